@@ -1,0 +1,21 @@
+# Compiler settings shared by every target of the project.
+
+# Lets the logging helper turn __FILE__ into a project-relative path.
+add_compile_definitions(
+    "BEX_SOURCE_ROOT=\"${PROJECT_SOURCE_DIR}/\""
+    QT_NO_FOREACH
+    QT_DISABLE_DEPRECATED_BEFORE=0x050F00)
+
+function(bex_target_warnings target)
+    if(MSVC)
+        target_compile_options(${target} PRIVATE /W4 /utf-8)
+        if(BEX_WARNINGS_AS_ERRORS)
+            target_compile_options(${target} PRIVATE /WX)
+        endif()
+    else()
+        target_compile_options(${target} PRIVATE -Wall -Wextra)
+        if(BEX_WARNINGS_AS_ERRORS)
+            target_compile_options(${target} PRIVATE -Werror)
+        endif()
+    endif()
+endfunction()
