@@ -19,3 +19,15 @@ function(bex_target_warnings target)
         endif()
     endif()
 endfunction()
+
+# AddressSanitizer and UndefinedBehaviorSanitizer for every target, e.g. for a
+# separate build folder: cmake -B build-asan -DBEX_SANITIZE=ON
+option(BEX_SANITIZE "Build with -fsanitize=address,undefined" OFF)
+if(BEX_SANITIZE)
+    if(MSVC)
+        add_compile_options(/fsanitize=address)
+    else()
+        add_compile_options(-fsanitize=address,undefined -fno-omit-frame-pointer -fno-sanitize-recover=undefined)
+        add_link_options(-fsanitize=address,undefined)
+    endif()
+endif()

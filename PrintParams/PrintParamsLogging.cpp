@@ -1,0 +1,3 @@
+#include "PrintParamsLogging.h"
+
+Q_LOGGING_CATEGORY(lcPrintParams, "bex.printparams")

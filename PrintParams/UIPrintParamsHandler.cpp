@@ -1,0 +1,443 @@
+#include "UIPrintParamsHandler.h"
+
+#include "PrintParamsLogging.h"
+
+#include <QCoreApplication>
+#include <QFileInfo>
+
+#include <cmath>
+#include <cstring>
+#include <new>
+
+namespace bex::printparams {
+
+namespace {
+
+// Copies text into a fixed field, always zero-terminated. Documents and the
+// registry only hold texts that fit, so nothing is cut here in practice.
+template <std::size_t N>
+void copyField(char (&field)[N], const QString &text)
+{
+    const QByteArray bytes = text.toLocal8Bit();
+    const std::size_t size = std::min<std::size_t>(std::size_t(bytes.size()), N - 1);
+    std::memset(field, 0, N);
+    std::memcpy(field, bytes.constData(), size);
+}
+
+// Reads a fixed field of a record handed in by a caller: the text up to its
+// zero, or nothing when the field holds no zero at all.
+template <std::size_t N>
+std::optional<QString> readField(const char (&field)[N])
+{
+    const void *end = std::memchr(field, '\0', N);
+    if (!end)
+        return std::nullopt;
+    return QString::fromLocal8Bit(field, int(static_cast<const char *>(end) - field));
+}
+
+// A C string argument, or nothing when it is null or does not end within
+// limit bytes (its terminating zero included).
+std::optional<QString> argument(const char *text, std::size_t limit)
+{
+    if (!text)
+        return std::nullopt;
+    std::size_t length = 0;
+    while (length < limit && text[length] != '\0')
+        ++length;
+    if (length >= limit)
+        return std::nullopt;
+    return QString::fromLocal8Bit(text, int(length));
+}
+
+QString shown(const QString &text, const QString &english, bool useEnglish)
+{
+    return useEnglish && !english.isEmpty() ? english : text;
+}
+
+} // namespace
+
+UIPrintParamsHandler::UIPrintParamsHandler(const QString &registryFile)
+    : registry_(registryFile)
+{
+    registry_.load();
+    BEX_DEBUG(lcPrintParams) << "installed drivers:" << registry_.drivers().size() << "in" << registryFile;
+}
+
+UIPrintParamsHandler::~UIPrintParamsHandler() = default;
+
+std::unique_ptr<printerInfoItem> UIPrintParamsHandler::makeInfoItem(const InstalledDriver &driver) const
+{
+    auto item = std::make_unique<printerInfoItem>();
+    copyField(item->piiId, driver.id);
+    copyField(item->piiName, driver.name);
+    copyField(item->piiShowName, driver.showName);
+    copyField(item->piiPrs, driver.prsPath);
+    return item;
+}
+
+void UIPrintParamsHandler::GetAllPrinterDriverList(std::list<printerInfoItem *> &drivers)
+{
+    listedDrivers_.clear();
+    for (const InstalledDriver &driver : registry_.drivers()) {
+        listedDrivers_.push_back(makeInfoItem(driver));
+        drivers.push_back(listedDrivers_.back().get());
+    }
+}
+
+printerInfoItem *UIPrintParamsHandler::AddPrinterDriverPrs(const char *prsPath, int reserved)
+{
+    const std::optional<QString> path = argument(prsPath, kPrinterPrsPathSize);
+    if (!path || path->isEmpty() || reserved != 0) {
+        BEX_WARNING(lcPrintParams) << "refused: no usable path or reserved argument not 0";
+        return nullptr;
+    }
+    if (registry_.indexOfPrs(*path) >= 0) {
+        BEX_WARNING(lcPrintParams) << "already installed:" << *path;
+        return nullptr;
+    }
+    QString error;
+    const std::optional<PrsDocument> document = PrsDocument::load(*path, &error);
+    if (!document) {
+        BEX_WARNING(lcPrintParams) << "refused" << *path << "-" << error;
+        return nullptr;
+    }
+    InstalledDriver driver;
+    driver.id = registry_.newId();
+    driver.name = document->driverName;
+    driver.showName = document->driverName;
+    driver.prsPath = *path;
+    if (!registry_.add(driver))
+        return nullptr;
+    addedDriver_ = makeInfoItem(driver);
+    BEX_DEBUG(lcPrintParams) << "installed" << driver.id << driver.name << *path;
+    return addedDriver_.get();
+}
+
+bool UIPrintParamsHandler::DeletePrinterDriverPrs(const char *driverId)
+{
+    const std::optional<QString> id = argument(driverId, kPrinterIdSize);
+    if (!id || registry_.indexOf(*id) < 0) {
+        BEX_WARNING(lcPrintParams) << "not installed:" << (id ? *id : QString());
+        return false;
+    }
+    if (!registry_.remove(*id))
+        return false;
+    if (selection_ && selection_->id == *id) {
+        selection_.reset();
+        dropRecords();
+    }
+    BEX_DEBUG(lcPrintParams) << "uninstalled" << *id;
+    return true;
+}
+
+bool UIPrintParamsHandler::SelectPrinterDriverPrs(const char *driverId, unsigned int languageFlag)
+{
+    selection_.reset();
+    dropRecords();
+    const std::optional<QString> id = argument(driverId, kPrinterIdSize);
+    const int index = id ? registry_.indexOf(*id) : -1;
+    if (index < 0) {
+        BEX_WARNING(lcPrintParams) << "not installed:" << (id ? *id : QString());
+        return false;
+    }
+    const InstalledDriver &driver = registry_.drivers().at(index);
+    QString error;
+    std::optional<PrsDocument> document = PrsDocument::load(driver.prsPath, &error);
+    if (!document) {
+        BEX_CRITICAL(lcPrintParams) << "cannot read" << driver.prsPath << "-" << error;
+        return false;
+    }
+    selection_ = Selection{driver.id, driver.prsPath, std::move(*document), languageFlag == kLanguageEnglish};
+    return true;
+}
+
+const char *UIPrintParamsHandler::GetCurDriverName()
+{
+    if (!selection_)
+        return nullptr;
+    driverName_ = selection_->document.driverName.toLocal8Bit();
+    return driverName_.constData();
+}
+
+const char *UIPrintParamsHandler::GetCurDriverPdvName()
+{
+    if (!selection_ || selection_->document.pdvFile.isEmpty())
+        return nullptr;
+    pdvName_ = selection_->document.pdvFile.toLocal8Bit();
+    return pdvName_.constData();
+}
+
+bool UIPrintParamsHandler::RechristenDriverShowName(const char *driverId, const char *showName)
+{
+    const std::optional<QString> id = argument(driverId, kPrinterIdSize);
+    const std::optional<QString> name = argument(showName, kPrinterShowNameSize);
+    if (!id || registry_.indexOf(*id) < 0 || !name || name->trimmed().isEmpty()) {
+        BEX_WARNING(lcPrintParams) << "refused: unknown driver or unusable name";
+        return false;
+    }
+    return registry_.rename(*id, *name);
+}
+
+std::unique_ptr<UIPrintParamsHandler::EnumRecord>
+UIPrintParamsHandler::makeEnumRecord(const PrsEnum &item) const
+{
+    const bool english = selection_ && selection_->english;
+    auto record = std::make_unique<EnumRecord>();
+    copyField(record->item.key, shown(item.key, item.keyEn, english));
+    record->values.reset(new printerEnumValue[std::size_t(item.values.size())]);
+    for (int i = 0; i < item.values.size(); ++i)
+        copyField(record->values[std::size_t(i)],
+                  shown(item.values.at(i).text, item.values.at(i).textEn, english));
+    record->item.values = record->values.get();
+    record->item.index = item.selected;
+    record->item.valueSize = item.values.size();
+    record->item.enumId = item.enumId;
+    return record;
+}
+
+void UIPrintParamsHandler::GetAllEnumItemList(std::list<printerEnumItem *> &items)
+{
+    enumList_.clear();
+    if (!selection_)
+        return;
+    for (const PrsEnum &item : selection_->document.enums) {
+        enumList_.push_back(makeEnumRecord(item));
+        items.push_back(&enumList_.back()->item);
+    }
+}
+
+printerEnumItem *UIPrintParamsHandler::GetEnumItem(std::uint32_t enumId)
+{
+    enumById_.reset();
+    const int index = selection_ ? selection_->document.indexOfEnum(enumId) : -1;
+    if (index < 0)
+        return nullptr;
+    enumById_ = makeEnumRecord(selection_->document.enums.at(index));
+    return &enumById_->item;
+}
+
+bool UIPrintParamsHandler::SetEnumItem(std::uint32_t enumId, std::int32_t index)
+{
+    const int position = selection_ ? selection_->document.indexOfEnum(enumId) : -1;
+    if (position < 0) {
+        BEX_WARNING(lcPrintParams) << "no enum" << enumId;
+        return false;
+    }
+    PrsEnum &item = selection_->document.enums[position];
+    if (index < 0 || index >= item.values.size()) {
+        BEX_WARNING(lcPrintParams) << "index" << index << "out of range for enum" << enumId;
+        return false;
+    }
+    item.selected = index;
+    return true;
+}
+
+bool UIPrintParamsHandler::CommitPrinterDriverPrs(int reserved)
+{
+    if (!selection_ || reserved != 0)
+        return false;
+    QString error;
+    if (!selection_->document.save(selection_->prsPath, &error)) {
+        BEX_CRITICAL(lcPrintParams) << "cannot write" << selection_->prsPath << "-" << error;
+        return false;
+    }
+    return true;
+}
+
+std::int32_t UIPrintParamsHandler::GetCurModeId()
+{
+    return selection_ ? selection_->document.modeId : -1;
+}
+
+printerEnumItem *UIPrintParamsHandler::GetSelectEnumItem(std::int32_t kind)
+{
+    if (kind < kEnumKindResolution || kind > kEnumKindInk)
+        return nullptr;
+    std::unique_ptr<EnumRecord> &slot = selectedEnums_[std::size_t(kind)];
+    slot.reset();
+    const int index = selection_ ? selection_->document.indexOfKind(EnumKind(kind)) : -1;
+    if (index < 0)
+        return nullptr;
+    slot = makeEnumRecord(selection_->document.enums.at(index));
+    return &slot->item;
+}
+
+printerChannelColorInfo *UIPrintParamsHandler::GetChannelColorInfo()
+{
+    channelRecord_.reset();
+    if (!selection_)
+        return nullptr;
+    const QVector<PrsChannel> &channels = selection_->document.currentChannels();
+    channelRecord_ = std::make_unique<ChannelRecord>();
+    channelRecord_->channels.resize(std::size_t(channels.size()));
+    for (int i = 0; i < channels.size(); ++i) {
+        inkChannelInfo &entry = channelRecord_->channels[std::size_t(i)];
+        entry.iciDepth = channels.at(i).density;
+        entry.iciMaxInk = channels.at(i).maxInk;
+        copyField(entry.iciName, channels.at(i).name);
+    }
+    channelRecord_->info.channels = channelRecord_->channels.data();
+    channelRecord_->info.pcciChanneNum = channels.size();
+    return &channelRecord_->info;
+}
+
+bool UIPrintParamsHandler::SetChannelColorInfo(const printerChannelColorInfo *info)
+{
+    if (!selection_ || !info) {
+        BEX_WARNING(lcPrintParams) << "refused: no driver selected or no record";
+        return false;
+    }
+    QVector<PrsChannel> &channels = selection_->document.currentChannels();
+    if (info->pcciChanneNum != channels.size() || !info->channels) {
+        BEX_WARNING(lcPrintParams) << "refused: channel count" << info->pcciChanneNum << "expected"
+                                   << channels.size();
+        return false;
+    }
+    QVector<PrsChannel> edited = channels;
+    for (int i = 0; i < edited.size(); ++i) {
+        const inkChannelInfo &entry = info->channels[i];
+        const std::optional<QString> name = readField(entry.iciName);
+        if (!name || *name != edited.at(i).name || !std::isfinite(entry.iciDepth) ||
+            entry.iciDepth < kMinDensity || entry.iciDepth > kMaxDensity || !std::isfinite(entry.iciMaxInk) ||
+            entry.iciMaxInk < kMinMaxInk || entry.iciMaxInk > kMaxMaxInk) {
+            BEX_WARNING(lcPrintParams) << "refused: channel" << i << "renamed or out of range";
+            return false;
+        }
+        edited[i].density = entry.iciDepth;
+        edited[i].maxInk = entry.iciMaxInk;
+    }
+    channels = edited;
+    return true;
+}
+
+printerIccColorInfo *UIPrintParamsHandler::GetIccSettingInfo()
+{
+    iccRecord_.reset();
+    const PrsCombination *combination = selection_ ? selection_->document.currentCombination() : nullptr;
+    if (!combination || !combination->icc)
+        return nullptr;
+    iccRecord_ = std::make_unique<printerIccColorInfo>();
+    copyField(iccRecord_->iccFilePath_RGB, combination->icc->rgb);
+    copyField(iccRecord_->iccFilePath_CMYK, combination->icc->cmyk);
+    copyField(iccRecord_->iccFilePath_OUTPUT, combination->icc->output);
+    iccRecord_->iccIntentType = combination->icc->intent;
+    return iccRecord_.get();
+}
+
+bool UIPrintParamsHandler::SetIccSettingInfo(const printerIccColorInfo *info)
+{
+    if (!selection_ || !info) {
+        BEX_WARNING(lcPrintParams) << "refused: no driver selected or no record";
+        return false;
+    }
+    const std::optional<QString> rgb = readField(info->iccFilePath_RGB);
+    const std::optional<QString> cmyk = readField(info->iccFilePath_CMYK);
+    const std::optional<QString> output = readField(info->iccFilePath_OUTPUT);
+    if (!rgb || !cmyk || !output || info->iccIntentType < kIccIntentPerceptual ||
+        info->iccIntentType > kIccIntentAbsoluteColorimetric) {
+        BEX_WARNING(lcPrintParams) << "refused: unterminated profile name or intent" << info->iccIntentType;
+        return false;
+    }
+    PrsIcc icc;
+    icc.rgb = *rgb;
+    icc.cmyk = *cmyk;
+    icc.output = *output;
+    icc.intent = info->iccIntentType;
+    selection_->document.ensureCurrentCombination().icc = icc;
+    return true;
+}
+
+bool UIPrintParamsHandler::GetSelectEnumItemDpi(std::int32_t index, std::uint32_t &xDpi, std::uint32_t &yDpi)
+{
+    const int position = selection_ ? selection_->document.indexOfKind(EnumKind::Resolution) : -1;
+    if (position < 0)
+        return false;
+    const PrsEnum &item = selection_->document.enums.at(position);
+    if (index < 0 || index >= item.values.size()) {
+        BEX_WARNING(lcPrintParams) << "resolution index" << index << "out of range";
+        return false;
+    }
+    xDpi = item.values.at(index).xDpi;
+    yDpi = item.values.at(index).yDpi;
+    return true;
+}
+
+printerInkOrderInfo *UIPrintParamsHandler::GetInkOrderInfo()
+{
+    inkOrderRecord_.reset();
+    if (!selection_)
+        return nullptr;
+    const QVector<PrsChannel> &channels = selection_->document.currentChannels();
+    inkOrderRecord_ = std::make_unique<InkOrderRecord>();
+    for (const PrsChannel &channel : channels) {
+        inkOrderRecord_->order.push_back(channel.order);
+        inkOrderRecord_->off.push_back(channel.on ? 0 : 1);
+    }
+    inkOrderRecord_->info.pioiInkNum = channels.size();
+    inkOrderRecord_->info.pioiInkOrder = inkOrderRecord_->order.data();
+    inkOrderRecord_->info.PioiInkOFFON = inkOrderRecord_->off.data();
+    return &inkOrderRecord_->info;
+}
+
+bool UIPrintParamsHandler::SetInkOrderInfo(const printerInkOrderInfo *info)
+{
+    if (!selection_ || !info) {
+        BEX_WARNING(lcPrintParams) << "refused: no driver selected or no record";
+        return false;
+    }
+    QVector<PrsChannel> &channels = selection_->document.currentChannels();
+    if (info->pioiInkNum != channels.size() || !info->pioiInkOrder || !info->PioiInkOFFON) {
+        BEX_WARNING(lcPrintParams) << "refused: ink count" << info->pioiInkNum << "expected"
+                                   << channels.size();
+        return false;
+    }
+    // The order must be a permutation of 0 .. count - 1.
+    std::vector<bool> used(std::size_t(channels.size()), false);
+    for (int i = 0; i < channels.size(); ++i) {
+        const std::int32_t order = info->pioiInkOrder[i];
+        if (order < 0 || order >= channels.size() || used[std::size_t(order)]) {
+            BEX_WARNING(lcPrintParams) << "refused: ink order is not a permutation";
+            return false;
+        }
+        used[std::size_t(order)] = true;
+    }
+    for (int i = 0; i < channels.size(); ++i) {
+        channels[i].order = info->pioiInkOrder[i];
+        channels[i].on = info->PioiInkOFFON[i] == 0;
+    }
+    return true;
+}
+
+void UIPrintParamsHandler::dropRecords()
+{
+    driverName_.clear();
+    pdvName_.clear();
+    enumList_.clear();
+    enumById_.reset();
+    for (std::unique_ptr<EnumRecord> &record : selectedEnums_)
+        record.reset();
+    channelRecord_.reset();
+    iccRecord_.reset();
+    inkOrderRecord_.reset();
+}
+
+} // namespace bex::printparams
+
+extern "C" {
+
+IUIPrintParamsHandler *CreateUIPrintParamsHandler()
+{
+    if (!QCoreApplication::instance()) {
+        BEX_CRITICAL(lcPrintParams) << "no application object: cannot locate the application directory";
+        return nullptr;
+    }
+    const QString registryFile =
+        QCoreApplication::applicationDirPath() + QStringLiteral("/dtp/BexUIPrintParamsProcessing.json");
+    return new (std::nothrow) bex::printparams::UIPrintParamsHandler(registryFile);
+}
+
+void DestroyUIPrintParamsHandler(IUIPrintParamsHandler *handler)
+{
+    delete handler;
+}
+}

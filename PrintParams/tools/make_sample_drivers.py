@@ -1,0 +1,169 @@
+#!/usr/bin/env python3
+"""Writes the sample printer drivers: one .prs and one .pdv file per driver.
+
+    PrintParams/tools/make_sample_drivers.py [samples folder]
+
+The .prs format is described in docs/prs-format.md. The .pdv files hold the
+printer's device parameters (heads, carriage, platen) as plain INI text;
+the print-parameter library only reports their names.
+"""
+
+import json
+import os
+import sys
+
+
+def res(x, y, passes):
+    return {"text": f"{x}x{y} dpi {passes}pass", "textEn": f"{x}x{y} dpi {passes} pass", "xDpi": x, "yDpi": y}
+
+
+def val(text, text_en=None):
+    value = {"text": text}
+    if text_en:
+        value["textEn"] = text_en
+    return value
+
+
+def enum(enum_id, key, key_en, values, selected=0, kind=None):
+    item = {"enumId": enum_id}
+    if kind:
+        item["kind"] = kind
+    item["key"] = key
+    if key_en:
+        item["keyEn"] = key_en
+    item["selected"] = selected
+    item["values"] = values
+    return item
+
+
+def channels(names, orders, density=None, max_ink=None, off=()):
+    density = density or {}
+    max_ink = max_ink or {}
+    return [{"name": n, "density": density.get(n, 0.0), "maxInk": max_ink.get(n, 1.0),
+             "order": o, "on": n not in off} for n, o in zip(names, orders)]
+
+
+def icc(rgb, cmyk, output, intent):
+    return {"rgb": rgb, "cmyk": cmyk, "output": output, "intent": intent}
+
+
+def direction(enum_id):
+    return enum(enum_id, "打印方向", "Print direction", [val("双向", "Bidirectional"), val("单向", "Unidirectional")])
+
+
+UV2513_NAMES = ["C", "M", "Y", "K", "White", "Varnish"]
+UV2513_ORDER = [1, 2, 3, 4, 0, 5]
+UV1610_NAMES = ["C", "M", "Y", "K", "LC", "LM"]
+UV1610_ORDER = [0, 1, 2, 3, 4, 5]
+UV3220_NAMES = ["Cyan", "Magenta", "Yellow", "Black", "LC", "LM", "Orange", "Green"]
+UV3220_ORDER = [0, 1, 2, 3, 4, 5, 6, 7]
+
+DRIVERS = {
+    "BexUV2513_CMYKWV": {
+        "driverName": "Bex UV2513 CMYK+W+V",
+        "pdvFile": "BexUV2513_CMYKWV.pdv",
+        "modeId": 1,
+        "enums": [
+            enum(1, "打印精度", "Resolution", [res(720, 600, 4), res(720, 900, 6), res(1440, 1200, 8)], 1,
+                 "resolution"),
+            enum(2, "纸张", "Media", [val("亚克力", "Acrylic"), val("玻璃", "Glass"), val("金属", "Metal"),
+                                     val("木板", "Wood")], 0, "paper"),
+            enum(3, "墨水", "Ink", [val("CMYK+白+光油", "CMYK+White+Varnish"), val("CMYK", "CMYK only")], 0, "ink"),
+            direction(10),
+            enum(11, "白墨模式", "White ink mode",
+                 [val("彩色+白", "Colour+White"), val("白+彩色", "White+Colour"), val("白+彩色+白", "White+Colour+White")], 1),
+            enum(12, "羽化", "Feathering", [val("关", "Off"), val("弱", "Weak"), val("强", "Strong")], 1),
+        ],
+        "channels": channels(UV2513_NAMES, UV2513_ORDER, max_ink={"White": 0.9, "Varnish": 0.8}),
+        "combinations": [
+            {"resolution": 1, "paper": 0, "ink": 0,
+             "icc": icc("Bex sRGB v4.icc", "Bex Coated CMYK.icc", "BexUV2513_Acrylic_720x900.icc", 0)},
+            {"resolution": 1, "paper": 1, "ink": 0,
+             "icc": icc("Bex sRGB v4.icc", "Bex Coated CMYK.icc", "BexUV2513_Glass_720x900.icc", 1),
+             "channels": channels(UV2513_NAMES, UV2513_ORDER, density={"White": 0.5},
+                                  max_ink={"White": 0.8, "Varnish": 0.6})},
+            {"resolution": 2, "paper": 2, "ink": 0,
+             "icc": icc("Bex Wide RGB v2.icc", "Bex Coated CMYK.icc", "BexUV2513_Metal_1440x1200.icc", 2)},
+            {"resolution": 1, "paper": 3, "ink": 1,
+             "channels": channels(UV2513_NAMES, [0, 1, 2, 3, 4, 5], off=("White", "Varnish"))},
+        ],
+    },
+    "BexUV1610_CMYKLcLm": {
+        "driverName": "Bex UV1610 CMYK+Lc+Lm",
+        "pdvFile": "BexUV1610_CMYKLcLm.pdv",
+        "modeId": 2,
+        "enums": [
+            enum(1, "打印精度", "Resolution", [res(540, 720, 3), res(720, 1200, 6), res(1440, 1440, 12)], 1,
+                 "resolution"),
+            enum(2, "纸张", "Media", [val("PVC", "PVC"), val("皮革", "Leather"), val("帆布", "Canvas"),
+                                     val("手机壳", "Phone case")], 0, "paper"),
+            enum(3, "墨水", "Ink", [val("六色", "6 colours"), val("四色", "4 colours")], 0, "ink"),
+            direction(10),
+            enum(13, "图像质量", "Quality", [val("标准", "Standard"), val("精细", "Fine")], 0),
+        ],
+        "channels": channels(UV1610_NAMES, UV1610_ORDER, density={"LC": -0.5, "LM": -0.5}),
+        "combinations": [
+            {"resolution": 1, "paper": 0, "ink": 0,
+             "icc": icc("Bex sRGB v4.icc", "Bex Uncoated CMYK.icc", "BexUV1610_PVC_720x1200.icc", 1)},
+            {"resolution": 2, "paper": 1, "ink": 0,
+             "icc": icc("Bex Wide RGB v2.icc", "Bex Uncoated CMYK.icc", "BexUV1610_Leather_1440x1440.icc", 3),
+             "channels": channels(UV1610_NAMES, UV1610_ORDER, density={"K": 0.3, "LC": -0.2, "LM": -0.2},
+                                  max_ink={"C": 0.85, "M": 0.85, "Y": 0.85, "K": 0.9})},
+            {"resolution": 1, "paper": 0, "ink": 1,
+             "channels": channels(UV1610_NAMES, UV1610_ORDER, off=("LC", "LM"))},
+        ],
+    },
+    "BexUV3220_8C": {
+        "driverName": "Bex UV3220 8色 CMYK+Lc+Lm+Or+Gr",
+        "pdvFile": "BexUV3220_8C.pdv",
+        "modeId": 0,
+        "enums": [
+            enum(1, "打印精度", "Resolution", [res(600, 900, 4), res(1200, 1200, 8), res(1200, 2400, 16)], 0,
+                 "resolution"),
+            enum(2, "纸张", "Media", [val("木板", "Wood"), val("瓷砖", "Ceramic tile"), val("皮革", "Leather"),
+                                     val("纸板", "Cardboard")], 0, "paper"),
+            enum(3, "墨水", "Ink", [val("八色", "8 colours"), val("六色", "6 colours")], 0, "ink"),
+            direction(10),
+            # No English texts: English users see the driver's own texts.
+            enum(14, "喷头电压", None, [val("标准"), val("高")], 0),
+        ],
+        "channels": channels(UV3220_NAMES, UV3220_ORDER, max_ink={"Orange": 0.7, "Green": 0.7}),
+        "combinations": [
+            {"resolution": 0, "paper": 0, "ink": 0,
+             "icc": icc("Bex sRGB v4.icc", "Bex Coated CMYK.icc", "BexUV3220_Wood_600x900.icc", 0)},
+            {"resolution": 1, "paper": 1, "ink": 0,
+             "icc": icc("Bex sRGB v4.icc", "Bex Coated CMYK.icc", "BexUV3220_Ceramic_1200x1200.icc", 2)},
+            {"resolution": 2, "paper": 2, "ink": 1,
+             "channels": channels(UV3220_NAMES, UV3220_ORDER, off=("Orange", "Green"))},
+        ],
+    },
+}
+
+PDV = {
+    "BexUV2513_CMYKWV": ("Bex UV2513", "Ricoh Gen5", 4, 2500, 1300),
+    "BexUV1610_CMYKLcLm": ("Bex UV1610", "Epson i3200", 2, 1600, 1000),
+    "BexUV3220_8C": ("Bex UV3220", "Kyocera KJ4A", 8, 3200, 2000),
+}
+
+
+def main():
+    here = os.path.dirname(os.path.abspath(__file__))
+    samples = sys.argv[1] if len(sys.argv) > 1 else os.path.join(here, "..", "samples")
+    folder = os.path.join(samples, "driver")
+    os.makedirs(folder, exist_ok=True)
+    for name, body in DRIVERS.items():
+        document = {"format": "BexPrinterDescription", "formatVersion": 1}
+        document.update(body)
+        with open(os.path.join(folder, name + ".prs"), "w", encoding="utf-8") as out:
+            json.dump(document, out, ensure_ascii=False, indent=2)
+            out.write("\n")
+        model, head, heads, width, depth = PDV[name]
+        with open(os.path.join(folder, body["pdvFile"]), "w", encoding="utf-8", newline="\n") as out:
+            out.write(f"[Printer]\nModel={model}\nDriver={body['driverName']}\n\n"
+                      f"[Head]\nType={head}\nCount={heads}\n\n"
+                      f"[Platen]\nWidthMm={width}\nDepthMm={depth}\n")
+        print(name)
+
+
+if __name__ == "__main__":
+    main()
