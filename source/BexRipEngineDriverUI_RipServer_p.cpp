@@ -1,0 +1,236 @@
+#include "BexRipEngineDriverUI_RipServer_p.h"
+
+#include "Common/Logging.h"
+#include "Config/UIModuleConfig.h"
+#include "UI/PrinterDriverManager.h"
+
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QJsonParseError>
+
+#ifdef Q_OS_WIN
+#include <windows.h>
+#else
+#include <QFile>
+#include <unistd.h>
+#endif
+
+#include <cwchar>
+
+namespace {
+
+const wchar_t kindString[] = L"BexRipEngine_RipServer";
+
+constexpr unsigned versionMajor = 1;
+constexpr unsigned versionMinor = 0;
+constexpr unsigned versionPatch = 0;
+
+// Format of the serialized driver object.
+constexpr int documentMainVersion = 1;
+constexpr int documentSubVersion = 0;
+const QString keyMeta = QStringLiteral("meta");
+const QString keyType = QStringLiteral("type");
+const QString keyMainVersion = QStringLiteral("mainVersion");
+const QString keySubVersion = QStringLiteral("subVersion");
+const QString keyInfo = QStringLiteral("info");
+const QString keyModeId = QStringLiteral("modeId");
+const QString keyPrsFilePath = QStringLiteral("prsFilePath");
+
+QString kindText()
+{
+    return QString::fromWCharArray(kindString);
+}
+
+} // namespace
+
+const wchar_t *bexRipEngineKind()
+{
+    return kindString;
+}
+
+bool isBexRipEngineKind(const wchar_t *kind)
+{
+    return kind != nullptr && std::wcscmp(kind, kindString) == 0;
+}
+
+// ---------------------------------------------------------------------------
+// Module object
+
+const wchar_t *BexRipEngineDriverUI_RipServer::kind() const
+{
+    return bexRipEngineKind();
+}
+
+void BexRipEngineDriverUI_RipServer::setLanguage(QLocale::Language language)
+{
+    UIModuleConfig::instance()->setLanguage(language);
+}
+
+bool BexRipEngineDriverUI_RipServer::showDriverManagerDlg(QWidget *parent,
+                                                          ICallback_DriverManagerDlg *callback)
+{
+    Q_UNUSED(parent)
+    Q_UNUSED(callback)
+    BEX_CRITICAL(lcPlugin) << "the driver manager dialog is not built yet";
+    return false;
+}
+
+bool BexRipEngineDriverUI_RipServer::showDriverPropertyDlg(QWidget *parent, const RipExtraOption &option,
+                                                           ICallback_DriverPropertyDlg *callback)
+{
+    Q_UNUSED(parent)
+    Q_UNUSED(option)
+    Q_UNUSED(callback)
+    BEX_CRITICAL(lcPlugin) << "the driver property dialog is not built yet";
+    return false;
+}
+
+QSharedPointer<IRipEngine::IDriver>
+BexRipEngineDriverUI_RipServer::getRipEngineDriver(const QSharedPointer<DriverInfo> &info)
+{
+    if (info.isNull())
+        return {};
+    if (!isBexRipEngineKind(info->kind())) {
+        BEX_CRITICAL(lcPlugin) << "kind is different! check your code";
+        return {};
+    }
+    auto driver = QSharedPointer<BexRipEngineDriver_RipServer>::create();
+    driver->prsFilePath = info->prsFilePath.toStdWString();
+    driver->modeId = info->modeId;
+    return driver;
+}
+
+QByteArray BexRipEngineDriverUI_RipServer::serialize(const QSharedPointer<IRipEngine::IDriver> &driver)
+{
+    if (driver.isNull())
+        return {};
+    if (!isBexRipEngineKind(driver->kind())) {
+        BEX_CRITICAL(lcPlugin) << "kind is different! check your code";
+        return {};
+    }
+    // The kind check above makes the downcast safe.
+    const auto *ours = static_cast<const BexRipEngineDriver_RipServer *>(driver.data());
+
+    QJsonObject meta;
+    meta.insert(keyType, kindText());
+    meta.insert(keyMainVersion, documentMainVersion);
+    meta.insert(keySubVersion, documentSubVersion);
+
+    QJsonObject info;
+    info.insert(keyModeId, ours->modeId);
+    info.insert(keyPrsFilePath, QString::fromStdWString(ours->prsFilePath));
+
+    QJsonObject root;
+    root.insert(keyMeta, meta);
+    root.insert(keyInfo, info);
+    QJsonDocument document;
+    document.setObject(root);
+    return document.toJson(QJsonDocument::Compact);
+}
+
+QSharedPointer<IRipEngine::IDriver> BexRipEngineDriverUI_RipServer::unserialize(const QByteArray &data)
+{
+    if (data.isEmpty())
+        return {};
+
+    QJsonParseError error;
+    const QJsonDocument document = QJsonDocument::fromJson(data, &error);
+    if (error.error != QJsonParseError::NoError) {
+        BEX_CRITICAL(lcPlugin) << "解析错误 - 原因:" << static_cast<int>(error.error);
+        return {};
+    }
+    if (document.isEmpty()) {
+        BEX_CRITICAL(lcPlugin) << "解析的json为空";
+        return {};
+    }
+
+    // An array at top level reads as an empty object here, so it is refused
+    // below as a type mismatch.
+    const QJsonObject root = document.object();
+    const QJsonObject meta = root.value(keyMeta).toObject();
+    const QString type = meta.value(keyType).toString();
+    const int mainVersion = meta.value(keyMainVersion).toInt(0);
+    const int subVersion = meta.value(keySubVersion).toInt(0);
+    BEX_DEBUG(lcPlugin) << "metaType:" << type << "mainVersion:" << mainVersion
+                        << "subVersion:" << subVersion;
+
+    if (type != kindText()) {
+        BEX_CRITICAL(lcPlugin) << "类型不匹配";
+        return {};
+    }
+    if (mainVersion != documentMainVersion || subVersion != documentSubVersion) {
+        BEX_WARNING(lcPlugin) << "版本不匹配";
+        return {};
+    }
+
+    auto driver = QSharedPointer<BexRipEngineDriver_RipServer>::create();
+    const QJsonObject info = root.value(keyInfo).toObject();
+    driver->modeId = info.value(keyModeId).toInt(0);
+    driver->prsFilePath = info.value(keyPrsFilePath).toString().toStdWString();
+    return driver;
+}
+
+// ---------------------------------------------------------------------------
+// Objects handed to the host
+
+const wchar_t *DriverInfo_RipServer::kind() const
+{
+    return bexRipEngineKind();
+}
+
+const wchar_t *BexRipEngineDriver_RipServer::kind() const
+{
+    return bexRipEngineKind();
+}
+
+std::int32_t BexRipEngineDriver_RipServer::removePrsFile()
+{
+#ifdef Q_OS_WIN
+    return ::DeleteFileW(prsFilePath.c_str()) ? 1 : 0;
+#else
+    const QByteArray path = QFile::encodeName(QString::fromStdWString(prsFilePath));
+    return ::unlink(path.constData()) == 0 ? 1 : 0;
+#endif
+}
+
+// ---------------------------------------------------------------------------
+// Exports
+
+extern "C" {
+
+IRipEngineDriverUI *CreateBexRipEngineDriverUI_RipServer()
+{
+    return new BexRipEngineDriverUI_RipServer;
+}
+
+void DestroyBexRipEngineDriverUI_RipServer(IRipEngineDriverUI *ui)
+{
+    delete ui;
+}
+
+bool BexRipEngineDriverUI_RipServer_Initialize()
+{
+    return PrinterDriverManager::instance()->load();
+}
+
+const wchar_t *BexRipEngineDriverUI_RipServer_Kind()
+{
+    return bexRipEngineKind();
+}
+
+void BexRipEngineDriverUI_RipServer_UnInitialize()
+{
+    PrinterDriverManager::instance()->unload();
+}
+
+void BexRipEngineDriverUI_RipServer_Version(unsigned int *major, unsigned int *minor, unsigned int *patch)
+{
+    if (major)
+        *major = versionMajor;
+    if (minor)
+        *minor = versionMinor;
+    if (patch)
+        *patch = versionPatch;
+}
+
+} // extern "C"

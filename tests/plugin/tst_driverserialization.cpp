@@ -1,0 +1,334 @@
+// The module object's driver objects: getRipEngineDriver(), serialize(),
+// unserialize() and removePrsFile().
+
+#include "BexRipEngineDriverUI_RipServer_p.h"
+
+#include "LogCapture.h"
+#include "TestAppDir.h"
+
+#include <QFile>
+#include <QtTest>
+
+namespace {
+
+const char exampleDocument[] =
+    R"({"info":{"modeId":3,"prsFilePath":"D:/app/dtp/bin/1700000000000_4242_0.temp.prs"},)"
+    R"("meta":{"mainVersion":1,"subVersion":0,"type":"BexRipEngine_RipServer"}})";
+
+const char sourceFile[] = "source/BexRipEngineDriverUI_RipServer_p";
+
+// A driver or driver information of another engine module.
+const wchar_t foreignKind[] = L"OtherRipEngine";
+
+struct ForeignDriver : IRipEngine::IDriver
+{
+    const wchar_t *kind() const override { return foreignKind; }
+    std::int32_t removePrsFile() override { return 0; }
+};
+
+struct ForeignDriverInfo : IRipEngineDriverUI::DriverInfo
+{
+    const wchar_t *kind() const override { return foreignKind; }
+};
+
+QSharedPointer<BexRipEngineDriver_RipServer> makeDriver(int modeId, const QString &path)
+{
+    auto driver = QSharedPointer<BexRipEngineDriver_RipServer>::create();
+    driver->modeId = modeId;
+    driver->prsFilePath = path.toStdWString();
+    return driver;
+}
+
+// The module's own driver behind a host-facing pointer; null for anything else.
+QSharedPointer<const BexRipEngineDriver_RipServer> asOurs(const QSharedPointer<IRipEngine::IDriver> &driver)
+{
+    if (driver.isNull() || !isBexRipEngineKind(driver->kind()))
+        return {};
+    return driver.staticCast<const BexRipEngineDriver_RipServer>();
+}
+
+} // namespace
+
+class DriverSerializationTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void serializesToTheCompactSortedDocument();
+    void roundTripKeepsModeIdAndPath();
+    void roundTripKeepsNonAsciiPath();
+    void serializeOfNullDriverIsEmptyAndSilent();
+    void serializeRefusesForeignKind();
+    void unserializeOfEmptyInputIsNullAndSilent();
+    void unserializeRefusesSyntaxErrorWithItsCode();
+    void unserializeRefusesWhitespaceOnlyAsParseError();
+    void unserializeRefusesWrongVersion_data();
+    void unserializeRefusesWrongVersion();
+    void unserializeRefusesTypeMismatch_data();
+    void unserializeRefusesTypeMismatch();
+    void unserializeWithoutInfoGivesModeZeroAndEmptyPath();
+    void unserializeAcceptsAnyKeyOrderAndWhitespace();
+    void unserializeLogsTheMetaData();
+
+    void getRipEngineDriverOfNullIsNull();
+    void getRipEngineDriverRefusesForeignKind();
+    void getRipEngineDriverCopiesPathAndModeId();
+
+    void removePrsFileDeletesTheFile();
+    void removePrsFileOfMissingFileReturnsZero();
+
+    void driverInfoStartsEmptyWithModeMinusOne();
+    void everyObjectReportsTheSameKindPointer();
+};
+
+void DriverSerializationTest::serializesToTheCompactSortedDocument()
+{
+    BexRipEngineDriverUI_RipServer module;
+    const QByteArray bytes =
+        module.serialize(makeDriver(3, QStringLiteral("D:/app/dtp/bin/1700000000000_4242_0.temp.prs")));
+    QCOMPARE(bytes, QByteArray(exampleDocument));
+}
+
+void DriverSerializationTest::roundTripKeepsModeIdAndPath()
+{
+    BexRipEngineDriverUI_RipServer module;
+    const auto original = makeDriver(-7, QStringLiteral("/srv/rip/app/dtp/bin/1_2_3.temp.prs"));
+    const auto restored = asOurs(module.unserialize(module.serialize(original)));
+    QVERIFY(restored);
+    QCOMPARE(restored->modeId, -7);
+    QCOMPARE(QString::fromStdWString(restored->prsFilePath),
+             QStringLiteral("/srv/rip/app/dtp/bin/1_2_3.temp.prs"));
+}
+
+void DriverSerializationTest::roundTripKeepsNonAsciiPath()
+{
+    BexRipEngineDriverUI_RipServer module;
+    const QString path = QStringLiteral("D:/打印 机/dtp/bin/\"quoted\"\\back.temp.prs");
+    const auto restored = asOurs(module.unserialize(module.serialize(makeDriver(2, path))));
+    QVERIFY(restored);
+    QCOMPARE(QString::fromStdWString(restored->prsFilePath), path);
+}
+
+void DriverSerializationTest::serializeOfNullDriverIsEmptyAndSilent()
+{
+    LogCapture log;
+    BexRipEngineDriverUI_RipServer module;
+    QVERIFY(module.serialize({}).isEmpty());
+    QVERIFY2(log.entries().isEmpty(), qPrintable(log.dump()));
+}
+
+void DriverSerializationTest::serializeRefusesForeignKind()
+{
+    LogCapture log;
+    BexRipEngineDriverUI_RipServer module;
+    QVERIFY(module.serialize(QSharedPointer<ForeignDriver>::create()).isEmpty());
+    const auto lines = log.find(QtCriticalMsg, QStringLiteral("kind is different! check your code"));
+    QCOMPARE(lines.size(), 1);
+    QCOMPARE(lines.first().file, QString::fromLatin1(sourceFile));
+    QVERIFY2(lines.first().function.contains(QStringLiteral("BexRipEngineDriverUI_RipServer::serialize")),
+             qPrintable(lines.first().function));
+}
+
+void DriverSerializationTest::unserializeOfEmptyInputIsNullAndSilent()
+{
+    LogCapture log;
+    BexRipEngineDriverUI_RipServer module;
+    QVERIFY(module.unserialize(QByteArray()).isNull());
+    QVERIFY2(log.entries().isEmpty(), qPrintable(log.dump()));
+}
+
+void DriverSerializationTest::unserializeRefusesSyntaxErrorWithItsCode()
+{
+    LogCapture log;
+    BexRipEngineDriverUI_RipServer module;
+    const QByteArray broken = R"({"meta":{"mainVersion":1,)";
+    QJsonParseError expected;
+    QJsonDocument::fromJson(broken, &expected);
+    QVERIFY(expected.error != QJsonParseError::NoError);
+
+    QVERIFY(module.unserialize(broken).isNull());
+    const auto lines = log.find(QtCriticalMsg, QStringLiteral("解析错误 - 原因:"));
+    QCOMPARE(lines.size(), 1);
+    QCOMPARE(lines.first().message, QStringLiteral("解析错误 - 原因: %1").arg(int(expected.error)));
+    QCOMPARE(lines.first().file, QString::fromLatin1(sourceFile));
+    QVERIFY(lines.first().function.contains(QStringLiteral("BexRipEngineDriverUI_RipServer::unserialize")));
+}
+
+void DriverSerializationTest::unserializeRefusesWhitespaceOnlyAsParseError()
+{
+    // Qt reports a parse error for every input that would give an empty
+    // document, so white space alone ends at the parse error.
+    LogCapture log;
+    BexRipEngineDriverUI_RipServer module;
+    QVERIFY(module.unserialize(QByteArray("  \n ")).isNull());
+    QCOMPARE(log.count(QtCriticalMsg, QStringLiteral("解析错误 - 原因:")), 1);
+}
+
+void DriverSerializationTest::unserializeRefusesWrongVersion_data()
+{
+    QTest::addColumn<QByteArray>("document");
+    QTest::newRow("1.1") << QByteArray(
+        R"({"meta":{"type":"BexRipEngine_RipServer","mainVersion":1,"subVersion":1},"info":{"modeId":1}})");
+    QTest::newRow("2.0") << QByteArray(
+        R"({"meta":{"type":"BexRipEngine_RipServer","mainVersion":2,"subVersion":0},"info":{"modeId":1}})");
+    QTest::newRow("versions missing")
+        << QByteArray(R"({"meta":{"type":"BexRipEngine_RipServer"},"info":{"modeId":1}})");
+    QTest::newRow("versions as strings") << QByteArray(
+        R"({"meta":{"type":"BexRipEngine_RipServer","mainVersion":"1","subVersion":"0"},"info":{"modeId":1}})");
+}
+
+void DriverSerializationTest::unserializeRefusesWrongVersion()
+{
+    QFETCH(QByteArray, document);
+    LogCapture log;
+    BexRipEngineDriverUI_RipServer module;
+    QVERIFY(module.unserialize(document).isNull());
+    const auto lines = log.find(QtWarningMsg, QStringLiteral("版本不匹配"));
+    QCOMPARE(lines.size(), 1);
+    QCOMPARE(lines.first().file, QString::fromLatin1(sourceFile));
+    QCOMPARE(log.count(QtCriticalMsg, QString()), 0);
+}
+
+void DriverSerializationTest::unserializeRefusesTypeMismatch_data()
+{
+    QTest::addColumn<QByteArray>("document");
+    QTest::newRow("meta missing") << QByteArray(R"({"info":{"modeId":3,"prsFilePath":"x.prs"}})");
+    QTest::newRow("other engine") << QByteArray(
+        R"({"meta":{"type":"OtherRipEngine","mainVersion":1,"subVersion":0},"info":{"modeId":3}})");
+    QTest::newRow("case differs") << QByteArray(
+        R"({"meta":{"type":"bexripengine_ripserver","mainVersion":1,"subVersion":0},"info":{"modeId":3}})");
+    QTest::newRow("type not a string")
+        << QByteArray(R"({"meta":{"type":1,"mainVersion":1,"subVersion":0},"info":{"modeId":3}})");
+    QTest::newRow("top-level array") << QByteArray(R"([{"meta":{"type":"BexRipEngine_RipServer"}}])");
+    QTest::newRow("empty array") << QByteArray("[]");
+    QTest::newRow("empty object") << QByteArray("{}");
+}
+
+void DriverSerializationTest::unserializeRefusesTypeMismatch()
+{
+    QFETCH(QByteArray, document);
+    LogCapture log;
+    BexRipEngineDriverUI_RipServer module;
+    QVERIFY(module.unserialize(document).isNull());
+    QCOMPARE(log.count(QtCriticalMsg, QStringLiteral("类型不匹配")), 1);
+    QCOMPARE(log.count(QtCriticalMsg, QStringLiteral("解析错误")), 0);
+    QCOMPARE(log.count(QtCriticalMsg, QStringLiteral("解析的json为空")), 0);
+}
+
+void DriverSerializationTest::unserializeWithoutInfoGivesModeZeroAndEmptyPath()
+{
+    BexRipEngineDriverUI_RipServer module;
+    const auto driver = asOurs(
+        module.unserialize(R"({"meta":{"type":"BexRipEngine_RipServer","mainVersion":1,"subVersion":0}})"));
+    QVERIFY(driver);
+    QCOMPARE(driver->modeId, 0);
+    QVERIFY(driver->prsFilePath.empty());
+}
+
+void DriverSerializationTest::unserializeAcceptsAnyKeyOrderAndWhitespace()
+{
+    BexRipEngineDriverUI_RipServer module;
+    const QByteArray document =
+        "\n{\n  \"meta\" : { \"subVersion\" : 0 , \"type\" : \"BexRipEngine_RipServer\",\r\n"
+        "    \"mainVersion\" : 1 },\n\t\"info\" : { \"prsFilePath\" : \"a/b.prs\", "
+        "\"modeId\" : 12 }\n}\n";
+    const auto driver = asOurs(module.unserialize(document));
+    QVERIFY(driver);
+    QCOMPARE(driver->modeId, 12);
+    QCOMPARE(QString::fromStdWString(driver->prsFilePath), QStringLiteral("a/b.prs"));
+}
+
+void DriverSerializationTest::unserializeLogsTheMetaData()
+{
+    LogCapture log;
+    BexRipEngineDriverUI_RipServer module;
+    QVERIFY(!module.unserialize(QByteArray(exampleDocument)).isNull());
+    const auto lines = log.find(QtDebugMsg, QStringLiteral("metaType:"));
+    QCOMPARE(lines.size(), 1);
+    QCOMPARE(lines.first().message,
+             QStringLiteral("metaType: \"BexRipEngine_RipServer\" mainVersion: 1 subVersion: 0"));
+}
+
+void DriverSerializationTest::getRipEngineDriverOfNullIsNull()
+{
+    LogCapture log;
+    BexRipEngineDriverUI_RipServer module;
+    QVERIFY(module.getRipEngineDriver({}).isNull());
+    QVERIFY(log.entries().isEmpty());
+}
+
+void DriverSerializationTest::getRipEngineDriverRefusesForeignKind()
+{
+    LogCapture log;
+    BexRipEngineDriverUI_RipServer module;
+    auto info = QSharedPointer<ForeignDriverInfo>::create();
+    info->prsFilePath = QStringLiteral("x.prs");
+    QVERIFY(module.getRipEngineDriver(info).isNull());
+    const auto lines = log.find(QtCriticalMsg, QStringLiteral("kind is different! check your code"));
+    QCOMPARE(lines.size(), 1);
+    QVERIFY(lines.first().function.contains(QStringLiteral("getRipEngineDriver")));
+}
+
+void DriverSerializationTest::getRipEngineDriverCopiesPathAndModeId()
+{
+    BexRipEngineDriverUI_RipServer module;
+    auto info = QSharedPointer<DriverInfo_RipServer>::create();
+    info->prsFilePath = QStringLiteral("/app/dtp/bin/5_6_7.temp.prs");
+    info->showName = QStringLiteral("UV 2513");
+    info->modeId = 4;
+    const auto driver = module.getRipEngineDriver(info);
+    const auto ours = asOurs(driver);
+    QVERIFY(ours);
+    QCOMPARE(QString::fromStdWString(ours->prsFilePath), info->prsFilePath);
+    QCOMPARE(ours->modeId, 4);
+}
+
+void DriverSerializationTest::removePrsFileDeletesTheFile()
+{
+    const QString relative = QStringLiteral("dtp/bin/remove me 删除.temp.prs");
+    QVERIFY(TestAppDir::writeFile(relative, "prs"));
+    BexRipEngineDriver_RipServer driver;
+    driver.prsFilePath = TestAppDir::filePath(relative).toStdWString();
+    QVERIFY(driver.removePrsFile() != 0);
+    QVERIFY(!QFile::exists(TestAppDir::filePath(relative)));
+}
+
+void DriverSerializationTest::removePrsFileOfMissingFileReturnsZero()
+{
+    BexRipEngineDriver_RipServer driver;
+    driver.prsFilePath = TestAppDir::filePath(QStringLiteral("dtp/bin/never-made.temp.prs")).toStdWString();
+    QCOMPARE(driver.removePrsFile(), 0);
+    BexRipEngineDriver_RipServer empty;
+    QCOMPARE(empty.removePrsFile(), 0);
+}
+
+void DriverSerializationTest::driverInfoStartsEmptyWithModeMinusOne()
+{
+    DriverInfo_RipServer info;
+    QVERIFY(info.prsFilePath.isEmpty());
+    QVERIFY(info.showName.isEmpty());
+    QCOMPARE(info.dpiX, 0u);
+    QCOMPARE(info.dpiY, 0u);
+    QVERIFY(info.spotColorSampleNameList.isEmpty());
+    QVERIFY(info.remark.isEmpty());
+    QCOMPARE(info.modeId, -1);
+    BexRipEngineDriver_RipServer driver;
+    QVERIFY(driver.prsFilePath.empty());
+    QCOMPARE(driver.modeId, -1);
+}
+
+void DriverSerializationTest::everyObjectReportsTheSameKindPointer()
+{
+    BexRipEngineDriverUI_RipServer module;
+    DriverInfo_RipServer info;
+    BexRipEngineDriver_RipServer driver;
+    QCOMPARE(module.kind(), bexRipEngineKind());
+    QCOMPARE(info.kind(), bexRipEngineKind());
+    QCOMPARE(driver.kind(), bexRipEngineKind());
+    QCOMPARE(QString::fromWCharArray(bexRipEngineKind()), QStringLiteral("BexRipEngine_RipServer"));
+    QVERIFY(!isBexRipEngineKind(nullptr));
+    QVERIFY(!isBexRipEngineKind(L"BexRipEngine_RipServe"));
+}
+
+QTEST_GUILESS_MAIN(DriverSerializationTest)
+#include "tst_driverserialization.moc"
