@@ -38,6 +38,25 @@ inline int countPixels(const QImage &image, const QRect &rect, const QColor &col
     return count;
 }
 
+// Number of pixels inside rect whose red, green and blue each lie within
+// tolerance of the given colour's. Text is drawn anti-aliased, and how many of
+// its pixels get the exact text colour depends on the platform's rasteriser.
+inline int countPixelsNear(const QImage &image, const QRect &rect, const QColor &color, int tolerance)
+{
+    const QRect area = rect.intersected(image.rect());
+    int count = 0;
+    for (int y = area.top(); y <= area.bottom(); ++y) {
+        for (int x = area.left(); x <= area.right(); ++x) {
+            const QRgb pixel = image.pixel(x, y);
+            if (qAbs(qRed(pixel) - color.red()) <= tolerance &&
+                qAbs(qGreen(pixel) - color.green()) <= tolerance &&
+                qAbs(qBlue(pixel) - color.blue()) <= tolerance)
+                ++count;
+        }
+    }
+    return count;
+}
+
 // Counts the paint events a widget receives.
 class PaintCounter : public QObject
 {
