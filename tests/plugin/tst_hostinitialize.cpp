@@ -1,0 +1,47 @@
+// Initialize against a print-parameter library that refuses to make a
+// handler, then lets it. The module's manager is made once per process, so
+// this executable walks one host session from its start.
+
+#include "HostLibraries.h"
+
+#include <QtTest>
+
+class HostInitializeTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initializeFailsWhileRefusedAndSucceedsOnALaterTry();
+};
+
+void HostInitializeTest::initializeFailsWhileRefusedAndSucceedsOnALaterTry()
+{
+    RefusingPrintParams printParams;
+    QVERIFY2(printParams.load(), qPrintable(printParams.library.errorString()));
+    HostModule module;
+    QVERIFY2(module.load(), qPrintable(module.library.errorString()));
+
+    printParams.setRefuse(true);
+    // The manager's construction tries once, then Initialize tries again.
+    QVERIFY(!module.initialize());
+    QCOMPARE(printParams.refused(), 2);
+    QVERIFY(!module.initialize());
+    QCOMPARE(printParams.refused(), 3);
+    QCOMPARE(printParams.created(), 0);
+
+    printParams.setRefuse(false);
+    QVERIFY(module.initialize());
+    QCOMPARE(printParams.created(), 1);
+    // Ready: further calls keep the handler it has.
+    QVERIFY(module.initialize());
+    QCOMPARE(printParams.created(), 1);
+
+    module.unInitialize();
+    QCOMPARE(printParams.destroyed(), 1);
+    // UnInitialize without a handler frees nothing more.
+    module.unInitialize();
+    QCOMPARE(printParams.destroyed(), 1);
+}
+
+QTEST_GUILESS_MAIN(HostInitializeTest)
+#include "tst_hostinitialize.moc"
