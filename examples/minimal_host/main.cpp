@@ -1,0 +1,79 @@
+// The smallest host of the driver UI module: load it at run time, initialise
+// it, create a module object, keep a driver through serialize() and
+// unserialize(), and shut down in the required order.
+//
+//   minimal_host <path of libBexRipEngineDriverUI_RipServer.so or .dll>
+//
+// Prints the module's kind and version and the restored driver's document.
+
+#include "IRipEngineDriverUI.h"
+
+#include <QApplication>
+#include <QLibrary>
+#include <QTextStream>
+
+#include <cstdio>
+
+int main(int argc, char *argv[])
+{
+    QApplication app(argc, argv);
+    QTextStream out(stdout);
+    QTextStream err(stderr);
+    if (argc < 2) {
+        err << "usage: minimal_host <module library>\n";
+        return 2;
+    }
+
+    QLibrary module(QString::fromLocal8Bit(argv[1]));
+    if (!module.load()) {
+        err << module.errorString() << '\n';
+        return 1;
+    }
+    const auto initialize = reinterpret_cast<BexRipEngineDriverUI_RipServer_InitializeFn>(
+        module.resolve("BexRipEngineDriverUI_RipServer_Initialize"));
+    const auto unInitialize = reinterpret_cast<BexRipEngineDriverUI_RipServer_UnInitializeFn>(
+        module.resolve("BexRipEngineDriverUI_RipServer_UnInitialize"));
+    const auto kind =
+        reinterpret_cast<BexRipEngineDriverUI_RipServer_KindFn>(module.resolve("BexRipEngineDriverUI_RipServer_Kind"));
+    const auto version = reinterpret_cast<BexRipEngineDriverUI_RipServer_VersionFn>(
+        module.resolve("BexRipEngineDriverUI_RipServer_Version"));
+    const auto create = reinterpret_cast<CreateBexRipEngineDriverUI_RipServerFn>(
+        module.resolve("CreateBexRipEngineDriverUI_RipServer"));
+    const auto destroy = reinterpret_cast<DestroyBexRipEngineDriverUI_RipServerFn>(
+        module.resolve("DestroyBexRipEngineDriverUI_RipServer"));
+    if (!initialize || !unInitialize || !kind || !version || !create || !destroy) {
+        err << "not a driver UI module: " << module.fileName() << '\n';
+        return 1;
+    }
+
+    unsigned major = 0, minor = 0, patch = 0;
+    version(&major, &minor, &patch);
+    out << "kind " << QString::fromWCharArray(kind()) << ", version " << major << '.' << minor << '.' << patch
+        << '\n';
+
+    // Initialize first, and go on only when it succeeded.
+    if (!initialize()) {
+        err << "the print-parameter library made no handler\n";
+        unInitialize();
+        return 1;
+    }
+
+    IRipEngineDriverUI *ui = create();
+    ui->setLanguage(QLocale::English);
+
+    // A job keeps its driver as a small document and rebuilds it later. Here
+    // the document stands for one saved with an earlier job.
+    const QByteArray saved = R"({"info":{"modeId":3,"prsFilePath":"dtp/bin/1700000000000_4242_0.temp.prs"},)"
+                             R"("meta":{"mainVersion":1,"subVersion":0,"type":"BexRipEngine_RipServer"}})";
+    const QSharedPointer<IRipEngine::IDriver> driver = ui->unserialize(saved);
+    if (driver.isNull()) {
+        err << "the saved driver was refused\n";
+    } else {
+        out << "restored driver of kind " << QString::fromWCharArray(driver->kind()) << '\n';
+        out << "serialized again: " << QString::fromUtf8(ui->serialize(driver)) << '\n';
+    }
+
+    destroy(ui);
+    unInitialize();
+    return driver.isNull() ? 1 : 0;
+}
