@@ -87,7 +87,8 @@ public:
         if (required && out.isEmpty())
             return fail(where + QStringLiteral(": \"") + key + QStringLiteral("\" is empty"));
         if (!fitsField(out, capacity))
-            return fail(where + QStringLiteral(": \"") + key + QStringLiteral("\" too long"));
+            return fail(where + QStringLiteral(": \"") + key +
+                        QStringLiteral("\" too long or holds a zero character"));
         return true;
     }
 
