@@ -1,6 +1,7 @@
 #include "DriverRegistry.h"
 
 #include "PrintParamsLogging.h"
+#include "PrsDocument.h"
 
 #include <IUIPrintParamsHandler.h>
 
@@ -13,8 +14,6 @@
 #include <QSaveFile>
 #include <QSet>
 #include <QUuid>
-
-#include "PrsDocument.h"
 
 namespace bex::printparams {
 

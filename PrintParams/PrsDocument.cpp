@@ -87,7 +87,8 @@ public:
         if (required && out.isEmpty())
             return fail(where + QStringLiteral(": \"") + key + QStringLiteral("\" is empty"));
         if (!fitsField(out, capacity))
-            return fail(where + QStringLiteral(": \"") + key + QStringLiteral("\" too long"));
+            return fail(where + QStringLiteral(": \"") + key +
+                        QStringLiteral("\" too long or holds a zero character"));
         return true;
     }
 
@@ -268,6 +269,12 @@ std::optional<PrsDocument> PrsDocument::parse(const QByteArray &data, QString *e
         !read.channels(channels, doc.channels, top))
         return std::nullopt;
     doc.modeId = qint32(modeId);
+    // The .pdv file lies next to the .prs file: a bare file name.
+    if (doc.pdvFile.contains(QLatin1Char('/')) || doc.pdvFile.contains(QLatin1Char('\\')) ||
+        doc.pdvFile == QStringLiteral("..")) {
+        read.fail(QStringLiteral("document: \"pdvFile\" is not a bare file name"));
+        return std::nullopt;
+    }
 
     QSet<quint32> enumIds;
     QSet<QString> keys;

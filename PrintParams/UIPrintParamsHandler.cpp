@@ -3,7 +3,6 @@
 #include "PrintParamsLogging.h"
 
 #include <QCoreApplication>
-#include <QFileInfo>
 
 #include <cmath>
 #include <cstring>

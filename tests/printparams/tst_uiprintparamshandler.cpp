@@ -1,0 +1,706 @@
+// The open print-parameter library end to end, through its two exported
+// functions only: installing the sample drivers, listing, renaming,
+// selecting, reading and changing every record kind, committing, and reading
+// the committed values back with a new handler; bad input is refused.
+
+#include "LogCapture.h"
+#include "SampleDriverFiles.h"
+#include "TestAppDir.h"
+
+#include <IUIPrintParamsHandler.h>
+
+#include <QDir>
+#include <QFile>
+#include <QtTest>
+
+#include <cmath>
+#include <cstring>
+#include <list>
+#include <string>
+
+namespace {
+
+const QString uv2513 = QStringLiteral("BexUV2513_CMYKWV");
+const QString uv1610 = QStringLiteral("BexUV1610_CMYKLcLm");
+const QString uv3220 = QStringLiteral("BexUV3220_8C");
+
+// Enum ids and value indices of the BexUV2513 sample.
+constexpr std::uint32_t resolutionId = 1;
+constexpr std::uint32_t paperId = 2;
+constexpr std::uint32_t inkId = 3;
+constexpr std::uint32_t featheringId = 12;
+constexpr int acrylic = 0;
+constexpr int glass = 1;
+constexpr int metal = 2;
+constexpr int wood = 3;
+
+std::string local(const QString &text)
+{
+    return text.toLocal8Bit().toStdString();
+}
+
+QString text(const char *value)
+{
+    return QString::fromLocal8Bit(value);
+}
+
+struct Driver
+{
+    QString id;
+    QString name;
+    QString showName;
+    QString prs;
+};
+
+QStringList values(const printerEnumItem *item)
+{
+    QStringList result;
+    for (int i = 0; i < item->valueSize; ++i)
+        result << text(item->values[i]);
+    return result;
+}
+
+QStringList channelNames(const printerChannelColorInfo *info)
+{
+    QStringList result;
+    for (int i = 0; i < info->pcciChanneNum; ++i)
+        result << text(info->channels[i].iciName);
+    return result;
+}
+
+QVector<int> orders(const printerInkOrderInfo *info)
+{
+    QVector<int> result;
+    for (int i = 0; i < info->pioiInkNum; ++i)
+        result << info->pioiInkOrder[i];
+    return result;
+}
+
+QVector<int> offFlags(const printerInkOrderInfo *info)
+{
+    QVector<int> result;
+    for (int i = 0; i < info->pioiInkNum; ++i)
+        result << info->PioiInkOFFON[i];
+    return result;
+}
+
+} // namespace
+
+class TestUIPrintParamsHandler : public QObject
+{
+    Q_OBJECT
+
+private:
+    IUIPrintParamsHandler *handler_ = nullptr;
+
+    QVector<Driver> list()
+    {
+        std::list<printerInfoItem *> items;
+        handler_->GetAllPrinterDriverList(items);
+        QVector<Driver> result;
+        for (const printerInfoItem *item : items)
+            result.append(
+                {text(item->piiId), text(item->piiName), text(item->piiShowName), text(item->piiPrs)});
+        return result;
+    }
+
+    QString install(const QString &sample)
+    {
+        const std::string path = local(SampleDriverFiles::prsPath(sample));
+        const printerInfoItem *item = handler_->AddPrinterDriverPrs(path.c_str(), 0);
+        return item ? text(item->piiId) : QString();
+    }
+
+    bool select(const QString &id, unsigned int language = 0)
+    {
+        return handler_->SelectPrinterDriverPrs(local(id).c_str(), language);
+    }
+
+    void restartHandler()
+    {
+        DestroyUIPrintParamsHandler(handler_);
+        handler_ = CreateUIPrintParamsHandler();
+    }
+
+    QByteArray registryBytes() const
+    {
+        QFile file(SampleDriverFiles::registryPath());
+        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("<none>");
+    }
+
+private slots:
+    void init()
+    {
+        QVERIFY(SampleDriverFiles::restage());
+        handler_ = CreateUIPrintParamsHandler();
+        QVERIFY(handler_);
+    }
+
+    void cleanup()
+    {
+        DestroyUIPrintParamsHandler(handler_);
+        handler_ = nullptr;
+    }
+
+    void installedDriversAreListedWithStableIds()
+    {
+        QVERIFY(list().isEmpty());
+        const QString a = install(uv2513);
+        const QString b = install(uv1610);
+        const QString c = install(uv3220);
+        QVERIFY(!a.isEmpty() && !b.isEmpty() && !c.isEmpty());
+        QCOMPARE(QSet<QString>({a, b, c}).size(), 3);
+
+        const auto before = list();
+        QCOMPARE(before.size(), 3);
+        QCOMPARE(before.at(0).id, a);
+        QCOMPARE(before.at(0).name, QStringLiteral("Bex UV2513 CMYK+W+V"));
+        QCOMPARE(before.at(0).showName, before.at(0).name);
+        QCOMPARE(before.at(0).prs, SampleDriverFiles::prsPath(uv2513));
+        QCOMPARE(before.at(2).name, QStringLiteral("Bex UV3220 8色 CMYK+Lc+Lm+Or+Gr"));
+
+        restartHandler();
+        const auto after = list();
+        QCOMPARE(after.size(), 3);
+        for (int i = 0; i < 3; ++i) {
+            QCOMPARE(after.at(i).id, before.at(i).id);
+            QCOMPARE(after.at(i).name, before.at(i).name);
+            QCOMPARE(after.at(i).prs, before.at(i).prs);
+        }
+    }
+
+    void installingTheSameFileTwiceIsRefused()
+    {
+        QVERIFY(!install(uv2513).isEmpty());
+        QVERIFY(install(uv2513).isEmpty());
+        QCOMPARE(list().size(), 1);
+    }
+
+    void renamingChangesTheShownNameAcrossRestarts()
+    {
+        const QString id = install(uv1610);
+        QVERIFY(handler_->RechristenDriverShowName(local(id).c_str(),
+                                                   local(QStringLiteral("二号机 PVC")).c_str()));
+        restartHandler();
+        QCOMPARE(list().first().showName, QStringLiteral("二号机 PVC"));
+        QCOMPARE(list().first().name, QStringLiteral("Bex UV1610 CMYK+Lc+Lm"));
+    }
+
+    void renamingRefusesUnknownIdsAndUnusableNames()
+    {
+        const QString id = install(uv1610);
+        const QByteArray registry = registryBytes();
+        const std::string tooLong(kPrinterShowNameSize, 'n');
+
+        QVERIFY(!handler_->RechristenDriverShowName("no-such-id", "x"));
+        QVERIFY(!handler_->RechristenDriverShowName(local(id).c_str(), tooLong.c_str()));
+        QVERIFY(!handler_->RechristenDriverShowName(local(id).c_str(), ""));
+        QVERIFY(!handler_->RechristenDriverShowName(local(id).c_str(), nullptr));
+        QVERIFY(!handler_->RechristenDriverShowName(nullptr, "x"));
+
+        QCOMPARE(list().first().showName, QStringLiteral("Bex UV1610 CMYK+Lc+Lm"));
+        QCOMPARE(registryBytes(), registry);
+        // The longest name that fits is taken.
+        const std::string longest(kPrinterShowNameSize - 1, 'n');
+        QVERIFY(handler_->RechristenDriverShowName(local(id).c_str(), longest.c_str()));
+        QCOMPARE(list().first().showName, QString::fromStdString(longest));
+    }
+
+    void deletingRemovesTheDriverAndItsSelection()
+    {
+        const QString a = install(uv2513);
+        const QString b = install(uv3220);
+        QVERIFY(select(a));
+
+        QVERIFY(handler_->DeletePrinterDriverPrs(local(a).c_str()));
+
+        QCOMPARE(list().size(), 1);
+        QCOMPARE(list().first().id, b);
+        QVERIFY(!handler_->GetCurDriverName());
+        QVERIFY(!handler_->DeletePrinterDriverPrs(local(a).c_str()));
+        QVERIFY(!handler_->DeletePrinterDriverPrs(nullptr));
+        QVERIFY(QFile::exists(SampleDriverFiles::prsPath(uv2513)));
+        restartHandler();
+        QCOMPARE(list().size(), 1);
+    }
+
+    void nothingSelectedGivesNoRecords()
+    {
+        install(uv2513);
+        std::list<printerEnumItem *> items;
+        std::uint32_t x = 1;
+        std::uint32_t y = 1;
+        printerChannelColorInfo channels{};
+        printerIccColorInfo icc{};
+        printerInkOrderInfo inks{};
+
+        QVERIFY(!select(QStringLiteral("no-such-id")));
+        QVERIFY(!handler_->SelectPrinterDriverPrs(nullptr, 0));
+        QVERIFY(!handler_->GetCurDriverName());
+        QVERIFY(!handler_->GetCurDriverPdvName());
+        handler_->GetAllEnumItemList(items);
+        QVERIFY(items.empty());
+        QVERIFY(!handler_->GetEnumItem(resolutionId));
+        QVERIFY(!handler_->SetEnumItem(resolutionId, 0));
+        QVERIFY(!handler_->CommitPrinterDriverPrs(0));
+        QCOMPARE(handler_->GetCurModeId(), -1);
+        QVERIFY(!handler_->GetSelectEnumItem(kEnumKindResolution));
+        QVERIFY(!handler_->GetChannelColorInfo());
+        QVERIFY(!handler_->SetChannelColorInfo(&channels));
+        QVERIFY(!handler_->GetIccSettingInfo());
+        QVERIFY(!handler_->SetIccSettingInfo(&icc));
+        QVERIFY(!handler_->GetSelectEnumItemDpi(0, x, y));
+        QVERIFY(!handler_->GetInkOrderInfo());
+        QVERIFY(!handler_->SetInkOrderInfo(&inks));
+    }
+
+    void selectedDriverReportsNamePdvAndModeId()
+    {
+        const QString id = install(uv1610);
+        QVERIFY(select(id));
+
+        QCOMPARE(text(handler_->GetCurDriverName()), QStringLiteral("Bex UV1610 CMYK+Lc+Lm"));
+        QCOMPARE(text(handler_->GetCurDriverPdvName()), QStringLiteral("BexUV1610_CMYKLcLm.pdv"));
+        QVERIFY(QFile::exists(TestAppDir::filePath(QStringLiteral("dtp/driver/BexUV1610_CMYKLcLm.pdv"))));
+        QCOMPARE(handler_->GetCurModeId(), 2);
+    }
+
+    void enumItemsListEverySettingWithItsSelection()
+    {
+        QVERIFY(select(install(uv2513)));
+        std::list<printerEnumItem *> items;
+
+        handler_->GetAllEnumItemList(items);
+
+        QCOMPARE(int(items.size()), 6);
+        QStringList keys;
+        QVector<std::uint32_t> ids;
+        for (const printerEnumItem *item : items) {
+            keys << text(item->key);
+            ids << item->enumId;
+        }
+        QCOMPARE(keys, (QStringList{QStringLiteral("打印精度"), QStringLiteral("纸张"),
+                                    QStringLiteral("墨水"), QStringLiteral("打印方向"),
+                                    QStringLiteral("白墨模式"), QStringLiteral("羽化")}));
+        QCOMPARE(ids, (QVector<std::uint32_t>{1, 2, 3, 10, 11, 12}));
+        const printerEnumItem *resolution = items.front();
+        QCOMPARE(resolution->index, 1);
+        QCOMPARE(resolution->valueSize, 3);
+        QCOMPARE(values(resolution),
+                 (QStringList{QStringLiteral("720x600 dpi 4pass"), QStringLiteral("720x900 dpi 6pass"),
+                              QStringLiteral("1440x1200 dpi 8pass")}));
+
+        const printerEnumItem *paper = handler_->GetSelectEnumItem(kEnumKindPaper);
+        const printerEnumItem *ink = handler_->GetSelectEnumItem(kEnumKindInk);
+        const printerEnumItem *dpi = handler_->GetSelectEnumItem(kEnumKindResolution);
+        QVERIFY(paper && ink && dpi);
+        // Each kind has its own record: asking for one keeps the others.
+        QCOMPARE(text(paper->key), QStringLiteral("纸张"));
+        QCOMPARE(values(paper).size(), 4);
+        QCOMPARE(text(ink->key), QStringLiteral("墨水"));
+        QCOMPARE(dpi->enumId, resolutionId);
+        QVERIFY(!handler_->GetSelectEnumItem(3));
+        QVERIFY(!handler_->GetSelectEnumItem(-1));
+
+        const printerEnumItem *feathering = handler_->GetEnumItem(featheringId);
+        QVERIFY(feathering);
+        QCOMPARE(text(feathering->key), QStringLiteral("羽化"));
+        QCOMPARE(feathering->index, 1);
+        QVERIFY(!handler_->GetEnumItem(999));
+    }
+
+    void languageFlagFourGivesEnglishTexts()
+    {
+        const QString id = install(uv3220);
+        QVERIFY(select(id, 4));
+        std::list<printerEnumItem *> items;
+        handler_->GetAllEnumItemList(items);
+        QStringList keys;
+        for (const printerEnumItem *item : items)
+            keys << text(item->key);
+
+        QCOMPARE(keys,
+                 (QStringList{QStringLiteral("Resolution"), QStringLiteral("Media"), QStringLiteral("Ink"),
+                              QStringLiteral("Print direction"), QStringLiteral("喷头电压")}));
+        QCOMPARE(values(items.front()).first(), QStringLiteral("600x900 dpi 4 pass"));
+        QCOMPARE(values(handler_->GetSelectEnumItem(kEnumKindPaper)),
+                 (QStringList{QStringLiteral("Wood"), QStringLiteral("Ceramic tile"),
+                              QStringLiteral("Leather"), QStringLiteral("Cardboard")}));
+        // A setting without English texts keeps the driver's own.
+        QCOMPARE(values(items.back()), (QStringList{QStringLiteral("标准"), QStringLiteral("高")}));
+
+        QVERIFY(select(id, 0));
+        QCOMPARE(text(handler_->GetSelectEnumItem(kEnumKindPaper)->key), QStringLiteral("纸张"));
+    }
+
+    void resolutionValuesCarryTheirDpi_data()
+    {
+        QTest::addColumn<QString>("sample");
+        QTest::addColumn<int>("index");
+        QTest::addColumn<quint32>("x");
+        QTest::addColumn<quint32>("y");
+        QTest::newRow("UV2513 720x600") << uv2513 << 0 << 720u << 600u;
+        QTest::newRow("UV2513 1440x1200") << uv2513 << 2 << 1440u << 1200u;
+        QTest::newRow("UV1610 540x720") << uv1610 << 0 << 540u << 720u;
+        QTest::newRow("UV3220 1200x2400") << uv3220 << 2 << 1200u << 2400u;
+    }
+
+    void resolutionValuesCarryTheirDpi()
+    {
+        QFETCH(QString, sample);
+        QFETCH(int, index);
+        QFETCH(quint32, x);
+        QFETCH(quint32, y);
+        QVERIFY(select(install(sample)));
+        std::uint32_t xDpi = 0;
+        std::uint32_t yDpi = 0;
+
+        QVERIFY(handler_->GetSelectEnumItemDpi(index, xDpi, yDpi));
+
+        QCOMPARE(xDpi, x);
+        QCOMPARE(yDpi, y);
+    }
+
+    void dpiOfAnIndexOutOfRangeIsRefused()
+    {
+        QVERIFY(select(install(uv2513)));
+        std::uint32_t x = 5;
+        std::uint32_t y = 6;
+
+        QVERIFY(!handler_->GetSelectEnumItemDpi(3, x, y));
+        QVERIFY(!handler_->GetSelectEnumItemDpi(-1, x, y));
+
+        QCOMPARE(x, 5u);
+        QCOMPARE(y, 6u);
+    }
+
+    void settingAnEnumChangesItsSelectionOnly()
+    {
+        QVERIFY(select(install(uv2513)));
+
+        QVERIFY(!handler_->SetEnumItem(999, 0));
+        QVERIFY(!handler_->SetEnumItem(paperId, 4));
+        QVERIFY(!handler_->SetEnumItem(paperId, -1));
+        QCOMPARE(handler_->GetSelectEnumItem(kEnumKindPaper)->index, acrylic);
+
+        QVERIFY(handler_->SetEnumItem(paperId, metal));
+        QCOMPARE(handler_->GetSelectEnumItem(kEnumKindPaper)->index, metal);
+        QCOMPARE(handler_->GetSelectEnumItem(kEnumKindResolution)->index, 1);
+    }
+
+    void iccSettingsExistOnSomeCombinationsOnly()
+    {
+        QVERIFY(select(install(uv2513)));
+
+        const printerIccColorInfo *icc = handler_->GetIccSettingInfo();
+        QVERIFY(icc);
+        QCOMPARE(text(icc->iccFilePath_RGB), QStringLiteral("Bex sRGB v4.icc"));
+        QCOMPARE(text(icc->iccFilePath_CMYK), QStringLiteral("Bex Coated CMYK.icc"));
+        QCOMPARE(text(icc->iccFilePath_OUTPUT), QStringLiteral("BexUV2513_Acrylic_720x900.icc"));
+        QCOMPARE(icc->iccIntentType, int(kIccIntentPerceptual));
+        for (const char *folder :
+             {"RGB/Bex sRGB v4.icc", "CMYK/Bex Coated CMYK.icc", "OUTPUT/BexUV2513_Acrylic_720x900.icc"})
+            QVERIFY2(QFile::exists(TestAppDir::filePath(QStringLiteral("dtp/bin/ICC Profile/") +
+                                                        QString::fromLatin1(folder))),
+                     folder);
+
+        QVERIFY(handler_->SetEnumItem(paperId, wood));
+        QVERIFY(!handler_->GetIccSettingInfo());
+
+        QVERIFY(handler_->SetEnumItem(paperId, glass));
+        icc = handler_->GetIccSettingInfo();
+        QVERIFY(icc);
+        QCOMPARE(text(icc->iccFilePath_OUTPUT), QStringLiteral("BexUV2513_Glass_720x900.icc"));
+        QCOMPARE(icc->iccIntentType, int(kIccIntentRelativeColorimetric));
+    }
+
+    void channelsAndInkOrderFollowTheCombination()
+    {
+        QVERIFY(select(install(uv2513)));
+        const QStringList names = {QStringLiteral("C"), QStringLiteral("M"),     QStringLiteral("Y"),
+                                   QStringLiteral("K"), QStringLiteral("White"), QStringLiteral("Varnish")};
+
+        const printerChannelColorInfo *channels = handler_->GetChannelColorInfo();
+        QVERIFY(channels);
+        QCOMPARE(channelNames(channels), names);
+        QCOMPARE(channels->channels[4].iciMaxInk, 0.9);
+        QCOMPARE(channels->channels[4].iciDepth, 0.0);
+        const printerInkOrderInfo *inks = handler_->GetInkOrderInfo();
+        QVERIFY(inks);
+        QCOMPARE(inks->pioiInkNum, channels->pcciChanneNum);
+        QCOMPARE(orders(inks), (QVector<int>{1, 2, 3, 4, 0, 5}));
+        QCOMPARE(offFlags(inks), (QVector<int>{0, 0, 0, 0, 0, 0}));
+
+        QVERIFY(handler_->SetEnumItem(paperId, glass));
+        channels = handler_->GetChannelColorInfo();
+        QCOMPARE(channels->channels[4].iciMaxInk, 0.8);
+        QCOMPARE(channels->channels[4].iciDepth, 0.5);
+
+        QVERIFY(handler_->SetEnumItem(paperId, wood));
+        QVERIFY(handler_->SetEnumItem(inkId, 1));
+        inks = handler_->GetInkOrderInfo();
+        QCOMPARE(orders(inks), (QVector<int>{0, 1, 2, 3, 4, 5}));
+        QCOMPARE(offFlags(inks), (QVector<int>{0, 0, 0, 0, 1, 1}));
+    }
+
+    void recordsStayValidUntilTheNextRequestOfTheirKind()
+    {
+        QVERIFY(select(install(uv3220)));
+        const printerChannelColorInfo *channels = handler_->GetChannelColorInfo();
+        const printerInkOrderInfo *inks = handler_->GetInkOrderInfo();
+        const printerIccColorInfo *icc = handler_->GetIccSettingInfo();
+        const printerEnumItem *paper = handler_->GetSelectEnumItem(kEnumKindPaper);
+        std::list<printerEnumItem *> items;
+        handler_->GetAllEnumItemList(items);
+        QVERIFY(handler_->SetEnumItem(1, 2));
+        handler_->GetCurDriverName();
+
+        QCOMPARE(channelNames(channels).last(), QStringLiteral("Green"));
+        QCOMPARE(orders(inks).size(), 8);
+        QCOMPARE(text(icc->iccFilePath_OUTPUT), QStringLiteral("BexUV3220_Wood_600x900.icc"));
+        QCOMPARE(values(paper).first(), QStringLiteral("木板"));
+        QCOMPARE(int(items.size()), 5);
+    }
+
+    void committedEditsAreReadBackByANewHandler()
+    {
+        const QString id = install(uv2513);
+        QVERIFY(select(id));
+        QVERIFY(handler_->SetEnumItem(resolutionId, 2));
+        QVERIFY(handler_->SetEnumItem(paperId, metal));
+        QVERIFY(handler_->SetEnumItem(featheringId, 2));
+
+        printerIccColorInfo *icc = handler_->GetIccSettingInfo();
+        QVERIFY(icc);
+        QCOMPARE(text(icc->iccFilePath_OUTPUT), QStringLiteral("BexUV2513_Metal_1440x1200.icc"));
+        std::strcpy(icc->iccFilePath_RGB, "Bex sRGB v4.icc");
+        std::strcpy(icc->iccFilePath_CMYK, "");
+        icc->iccIntentType = kIccIntentAbsoluteColorimetric;
+        QVERIFY(handler_->SetIccSettingInfo(icc));
+
+        printerChannelColorInfo *channels = handler_->GetChannelColorInfo();
+        channels->channels[0].iciDepth = -1.25;
+        channels->channels[4].iciMaxInk = 0.45;
+        QVERIFY(handler_->SetChannelColorInfo(channels));
+
+        printerInkOrderInfo *inks = handler_->GetInkOrderInfo();
+        const int newOrder[] = {5, 4, 3, 2, 1, 0};
+        for (int i = 0; i < 6; ++i)
+            inks->pioiInkOrder[i] = newOrder[i];
+        inks->PioiInkOFFON[5] = 1;
+        QVERIFY(handler_->SetInkOrderInfo(inks));
+
+        QVERIFY(handler_->CommitPrinterDriverPrs(0));
+        restartHandler();
+        QVERIFY(select(id));
+
+        QCOMPARE(handler_->GetSelectEnumItem(kEnumKindResolution)->index, 2);
+        QCOMPARE(handler_->GetSelectEnumItem(kEnumKindPaper)->index, metal);
+        QCOMPARE(handler_->GetEnumItem(featheringId)->index, 2);
+        icc = handler_->GetIccSettingInfo();
+        QVERIFY(icc);
+        QCOMPARE(text(icc->iccFilePath_RGB), QStringLiteral("Bex sRGB v4.icc"));
+        QCOMPARE(text(icc->iccFilePath_CMYK), QString());
+        QCOMPARE(text(icc->iccFilePath_OUTPUT), QStringLiteral("BexUV2513_Metal_1440x1200.icc"));
+        QCOMPARE(icc->iccIntentType, int(kIccIntentAbsoluteColorimetric));
+        channels = handler_->GetChannelColorInfo();
+        QCOMPARE(channels->channels[0].iciDepth, -1.25);
+        QCOMPARE(channels->channels[4].iciMaxInk, 0.45);
+        inks = handler_->GetInkOrderInfo();
+        QCOMPARE(orders(inks), (QVector<int>{5, 4, 3, 2, 1, 0}));
+        QCOMPARE(offFlags(inks), (QVector<int>{0, 0, 0, 0, 0, 1}));
+
+        // No temporary file of the atomic write is left behind.
+        const QStringList left = QDir(TestAppDir::filePath(QStringLiteral("dtp/driver")))
+                                     .entryList(QDir::Files | QDir::Hidden | QDir::System);
+        QCOMPARE(left.size(), 6);
+    }
+
+    void uncommittedEditsAreDroppedBySelectingAgain()
+    {
+        const QString id = install(uv1610);
+        QVERIFY(select(id));
+        QVERIFY(handler_->SetEnumItem(paperId, 3));
+        printerChannelColorInfo *channels = handler_->GetChannelColorInfo();
+        channels->channels[1].iciMaxInk = 0.1;
+        QVERIFY(handler_->SetChannelColorInfo(channels));
+        const QByteArray before = TestAppDir::readFile(QStringLiteral("dtp/driver/BexUV1610_CMYKLcLm.prs"));
+
+        QVERIFY(select(id));
+
+        QCOMPARE(handler_->GetSelectEnumItem(kEnumKindPaper)->index, 0);
+        QCOMPARE(handler_->GetChannelColorInfo()->channels[1].iciMaxInk, 1.0);
+        QCOMPARE(TestAppDir::readFile(QStringLiteral("dtp/driver/BexUV1610_CMYKLcLm.prs")), before);
+    }
+
+    void iccSettingsCanBeAddedToACombinationWithoutThem()
+    {
+        const QString id = install(uv2513);
+        QVERIFY(select(id));
+        QVERIFY(handler_->SetEnumItem(paperId, wood));
+        QVERIFY(!handler_->GetIccSettingInfo());
+        printerIccColorInfo icc{};
+        std::strcpy(icc.iccFilePath_OUTPUT, "BexUV2513_Glass_720x900.icc");
+        icc.iccIntentType = kIccIntentSaturation;
+
+        QVERIFY(handler_->SetIccSettingInfo(&icc));
+        QVERIFY(handler_->CommitPrinterDriverPrs(0));
+        restartHandler();
+        QVERIFY(select(id));
+
+        QCOMPARE(handler_->GetSelectEnumItem(kEnumKindPaper)->index, wood);
+        const printerIccColorInfo *read = handler_->GetIccSettingInfo();
+        QVERIFY(read);
+        QCOMPARE(text(read->iccFilePath_OUTPUT), QStringLiteral("BexUV2513_Glass_720x900.icc"));
+        QCOMPARE(read->iccIntentType, int(kIccIntentSaturation));
+        QVERIFY(handler_->SetEnumItem(paperId, acrylic));
+        QCOMPARE(text(handler_->GetIccSettingInfo()->iccFilePath_OUTPUT),
+                 QStringLiteral("BexUV2513_Acrylic_720x900.icc"));
+    }
+
+    void settersRefuseBadRecords()
+    {
+        QVERIFY(select(install(uv2513)));
+        QVERIFY(!handler_->SetChannelColorInfo(nullptr));
+        QVERIFY(!handler_->SetIccSettingInfo(nullptr));
+        QVERIFY(!handler_->SetInkOrderInfo(nullptr));
+
+        printerChannelColorInfo *channels = handler_->GetChannelColorInfo();
+        const auto refusedChannels = [&](auto change) {
+            channels = handler_->GetChannelColorInfo();
+            change(channels);
+            return !handler_->SetChannelColorInfo(channels);
+        };
+        QVERIFY(refusedChannels([](printerChannelColorInfo *c) { c->pcciChanneNum = 5; }));
+        QVERIFY(refusedChannels([](printerChannelColorInfo *c) { c->channels = nullptr; }));
+        QVERIFY(
+            refusedChannels([](printerChannelColorInfo *c) { std::strcpy(c->channels[2].iciName, "Z"); }));
+        QVERIFY(refusedChannels([](printerChannelColorInfo *c) {
+            std::memset(c->channels[2].iciName, 'Y', kInkChannelNameSize);
+        }));
+        QVERIFY(refusedChannels([](printerChannelColorInfo *c) { c->channels[0].iciDepth = 3.5; }));
+        QVERIFY(refusedChannels([](printerChannelColorInfo *c) { c->channels[0].iciDepth = std::nan(""); }));
+        QVERIFY(refusedChannels([](printerChannelColorInfo *c) { c->channels[0].iciMaxInk = 1.01; }));
+        QVERIFY(refusedChannels([](printerChannelColorInfo *c) { c->channels[0].iciMaxInk = -0.1; }));
+        QCOMPARE(handler_->GetChannelColorInfo()->channels[0].iciDepth, 0.0);
+        QCOMPARE(handler_->GetChannelColorInfo()->channels[0].iciMaxInk, 1.0);
+
+        const auto refusedIcc = [&](auto change) {
+            printerIccColorInfo *icc = handler_->GetIccSettingInfo();
+            change(icc);
+            return !handler_->SetIccSettingInfo(icc);
+        };
+        QVERIFY(refusedIcc([](printerIccColorInfo *i) { i->iccIntentType = 4; }));
+        QVERIFY(refusedIcc([](printerIccColorInfo *i) { i->iccIntentType = -1; }));
+        QVERIFY(
+            refusedIcc([](printerIccColorInfo *i) { std::memset(i->iccFilePath_CMYK, 'c', kIccPathSize); }));
+        QCOMPARE(text(handler_->GetIccSettingInfo()->iccFilePath_CMYK),
+                 QStringLiteral("Bex Coated CMYK.icc"));
+
+        const auto refusedInks = [&](auto change) {
+            printerInkOrderInfo *inks = handler_->GetInkOrderInfo();
+            change(inks);
+            return !handler_->SetInkOrderInfo(inks);
+        };
+        QVERIFY(refusedInks([](printerInkOrderInfo *i) { i->pioiInkNum = 7; }));
+        QVERIFY(refusedInks([](printerInkOrderInfo *i) { i->pioiInkOrder[0] = i->pioiInkOrder[1]; }));
+        QVERIFY(refusedInks([](printerInkOrderInfo *i) { i->pioiInkOrder[0] = 6; }));
+        QVERIFY(refusedInks([](printerInkOrderInfo *i) { i->pioiInkOrder[0] = -1; }));
+        QVERIFY(refusedInks([](printerInkOrderInfo *i) { i->PioiInkOFFON = nullptr; }));
+        QVERIFY(refusedInks([](printerInkOrderInfo *i) { i->pioiInkOrder = nullptr; }));
+        QCOMPARE(orders(handler_->GetInkOrderInfo()), (QVector<int>{1, 2, 3, 4, 0, 5}));
+        QVERIFY(!handler_->CommitPrinterDriverPrs(1));
+    }
+
+    void badPrsFilesAreRefused_data()
+    {
+        QTest::addColumn<QString>("path");
+        const QDir corpus(QStringLiteral(BEX_BAD_PRS_DIR));
+        const QStringList files = corpus.entryList({QStringLiteral("*.prs")}, QDir::Files, QDir::Name);
+        QVERIFY(files.size() >= 40);
+        for (const QString &file : files)
+            QTest::newRow(qPrintable(file)) << corpus.filePath(file);
+        QTest::newRow("missing file") << TestAppDir::filePath(QStringLiteral("dtp/driver/none.prs"));
+        QTest::newRow("a folder") << TestAppDir::filePath(QStringLiteral("dtp/driver"));
+        QTest::newRow("empty path") << QString();
+    }
+
+    void badPrsFilesAreRefused()
+    {
+        QFETCH(QString, path);
+        const QString good = install(uv2513);
+        QVERIFY(!good.isEmpty());
+        const QByteArray registry = registryBytes();
+        LogCapture log;
+
+        QVERIFY(!handler_->AddPrinterDriverPrs(local(path).c_str(), 0));
+
+        QCOMPARE(list().size(), 1);
+        QCOMPARE(registryBytes(), registry);
+        QVERIFY2(log.contains(QtWarningMsg, QStringLiteral("refused")), qPrintable(log.dump()));
+    }
+
+    void oversizedFilesAndArgumentsAreRefused()
+    {
+        QByteArray huge = TestAppDir::readFile(QStringLiteral("dtp/driver/BexUV2513_CMYKWV.prs"));
+        huge.chop(huge.size() - huge.lastIndexOf('}'));
+        huge += ", \"padding\": \"" + QByteArray(4 * 1024 * 1024, 'x') + "\"}";
+        QVERIFY(TestAppDir::writeFile(QStringLiteral("dtp/driver/huge.prs"), huge));
+        QVERIFY(!handler_->AddPrinterDriverPrs(
+            local(TestAppDir::filePath(QStringLiteral("dtp/driver/huge.prs"))).c_str(), 0));
+
+        const std::string longPath(kPrinterPrsPathSize + 10, 'p');
+        QVERIFY(!handler_->AddPrinterDriverPrs(longPath.c_str(), 0));
+        QVERIFY(!handler_->AddPrinterDriverPrs(nullptr, 0));
+        QVERIFY(!handler_->AddPrinterDriverPrs(local(SampleDriverFiles::prsPath(uv2513)).c_str(), 1));
+        const std::string longId(kPrinterIdSize + 10, 'i');
+        QVERIFY(!handler_->DeletePrinterDriverPrs(longId.c_str()));
+        QVERIFY(!handler_->SelectPrinterDriverPrs(longId.c_str(), 0));
+        QVERIFY(list().isEmpty());
+    }
+
+    void driverWhosePrsIsDamagedAfterInstallCannotBeSelected()
+    {
+        const QString id = install(uv3220);
+        QVERIFY(select(id));
+        const QByteArray good = TestAppDir::readFile(QStringLiteral("dtp/driver/BexUV3220_8C.prs"));
+        QVERIFY(
+            TestAppDir::writeFile(QStringLiteral("dtp/driver/BexUV3220_8C.prs"), good.left(good.size() / 3)));
+
+        QVERIFY(!select(id));
+
+        QVERIFY(!handler_->GetCurDriverName());
+        QVERIFY(!handler_->GetChannelColorInfo());
+        QCOMPARE(list().size(), 1);
+        QVERIFY(TestAppDir::remove(QStringLiteral("dtp/driver/BexUV3220_8C.prs")));
+        QVERIFY(!select(id));
+    }
+
+    void damagedDriverListIsIgnoredAndLeftUntouched()
+    {
+        install(uv2513);
+        DestroyUIPrintParamsHandler(handler_);
+        const QByteArray damaged = "{\"format\": \"BexInstalledPrinterDrivers\", \"drivers\": [";
+        QFile file(SampleDriverFiles::registryPath());
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        file.write(damaged);
+        file.close();
+        LogCapture log;
+
+        handler_ = CreateUIPrintParamsHandler();
+
+        QVERIFY(handler_);
+        QVERIFY(list().isEmpty());
+        QCOMPARE(registryBytes(), damaged);
+        QVERIFY(log.contains(QtCriticalMsg, QStringLiteral("installed driver list damaged")));
+    }
+
+    void destroyingANullHandlerIsHarmless()
+    {
+        DestroyUIPrintParamsHandler(nullptr);
+        QVERIFY(handler_);
+    }
+};
+
+QTEST_GUILESS_MAIN(TestUIPrintParamsHandler)
+#include "tst_uiprintparamshandler.moc"
