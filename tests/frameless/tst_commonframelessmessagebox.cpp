@@ -1,0 +1,394 @@
+#include "FramelessWidget/Common/CommonFramelessMessageBox.h"
+
+#include <QApplication>
+#include <QCheckBox>
+#include <QFontMetrics>
+#include <QLabel>
+#include <QPushButton>
+#include <QScrollBar>
+#include <QTimer>
+#include <QtTest>
+
+#include <functional>
+
+namespace {
+
+// Runs action on the message box once it is the active modal widget, the
+// way a user meets it.
+void whenMessageBoxShown(std::function<void(QWidget *)> action)
+{
+    auto *timer = new QTimer(qApp);
+    timer->setInterval(10);
+    QObject::connect(timer, &QTimer::timeout, timer, [timer, action]() {
+        QWidget *modal = QApplication::activeModalWidget();
+        if (!qobject_cast<CommonFramelessMessageBox *>(modal))
+            return;
+        timer->stop();
+        timer->deleteLater();
+        action(modal);
+    });
+    timer->start();
+}
+
+QList<QPushButton *> boxButtons(QWidget *box)
+{
+    return box->findChildren<QPushButton *>(QStringLiteral("framelessMessageBox_btn"));
+}
+
+void clickChild(QWidget *box, const QString &name)
+{
+    auto *child = box->findChild<QAbstractButton *>(name);
+    QVERIFY2(child, qPrintable(name));
+    QTest::mouseClick(child, Qt::LeftButton);
+}
+
+// A line at least the given number of pixels wide in the font.
+QString lineOfWidth(const QFontMetrics &metrics, int width)
+{
+    QString line;
+    while (metrics.boundingRect(line).width() < width)
+        line += QStringLiteral("打印机驱动");
+    return line;
+}
+
+} // namespace
+
+class CommonFramelessMessageBoxTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void question_secondButtonReturnsOne();
+    void question_firstButtonReturnsZero();
+    void titleBarClose_returnsMinusOne();
+    void escape_returnsFirstButtonIndex();
+    void checkBox_stateReachesChecked();
+    void checkBox_nullCheckedPointerIsAllowed();
+    void checkBox_hiddenWithoutText();
+    void warningAndError_showOneButtonEach_data();
+    void warningAndError_showOneButtonEach();
+    void box_showsTitleTextIconAndOnlyCloseButton_data();
+    void box_showsTitleTextIconAndOnlyCloseButton();
+    void defaultButton_isMarkedDefault();
+    void buttons_centredOnlyForHCenter_data();
+    void buttons_centredOnlyForHCenter();
+    void textEdit_shortTextGivesMinimumWidthAndTwoLines();
+    void textEdit_wideLineCountsAsThreeDisplayLines();
+    void textEdit_longTextIsCappedAndScrolls();
+    void textEdit_keepsEmptyLines();
+    void textEdit_emptyTextUsesBaseHint();
+    void box_longTextScrollsInsideTheBox();
+};
+
+void CommonFramelessMessageBoxTest::question_secondButtonReturnsOne()
+{
+    whenMessageBoxShown([](QWidget *box) {
+        const auto buttons = boxButtons(box);
+        QCOMPARE(buttons.size(), 2);
+        QTest::mouseClick(buttons.at(1), Qt::LeftButton);
+    });
+    QCOMPARE(CommonFramelessMessageBox::question(nullptr, QStringLiteral("温馨提示"),
+                                                 QStringLiteral("是否继续？"), QStringLiteral("是"),
+                                                 QStringLiteral("否")),
+             1);
+}
+
+void CommonFramelessMessageBoxTest::question_firstButtonReturnsZero()
+{
+    whenMessageBoxShown([](QWidget *box) { QTest::mouseClick(boxButtons(box).at(0), Qt::LeftButton); });
+    QCOMPARE(CommonFramelessMessageBox::question(nullptr, QStringLiteral("温馨提示"),
+                                                 QStringLiteral("是否继续？"), QStringLiteral("是"),
+                                                 QStringLiteral("否"), 1),
+             0);
+}
+
+void CommonFramelessMessageBoxTest::titleBarClose_returnsMinusOne()
+{
+    whenMessageBoxShown([](QWidget *box) { clickChild(box, QStringLiteral("framelessTitleBar_btnClose")); });
+    QCOMPARE(CommonFramelessMessageBox::question(nullptr, QStringLiteral("温馨提示"),
+                                                 QStringLiteral("是否继续？"), QStringLiteral("是"),
+                                                 QStringLiteral("否")),
+             -1);
+}
+
+void CommonFramelessMessageBoxTest::escape_returnsFirstButtonIndex()
+{
+    whenMessageBoxShown([](QWidget *box) { QTest::keyClick(box, Qt::Key_Escape); });
+    QCOMPARE(CommonFramelessMessageBox::warning(nullptr, QStringLiteral("温馨提示"), QStringLiteral("文本"),
+                                                QStringLiteral("是"), QStringLiteral("否")),
+             0);
+}
+
+void CommonFramelessMessageBoxTest::checkBox_stateReachesChecked()
+{
+    whenMessageBoxShown([](QWidget *box) {
+        auto *checkBox = box->findChild<QCheckBox *>(QStringLiteral("framelessMessageBox_checkbox"));
+        QVERIFY(checkBox);
+        QVERIFY(checkBox->isVisible());
+        QCOMPARE(checkBox->text(), QStringLiteral("下次不再询问"));
+        QTest::mouseClick(checkBox, Qt::LeftButton);
+        QVERIFY(checkBox->isChecked());
+        QTest::mouseClick(boxButtons(box).at(0), Qt::LeftButton);
+    });
+    bool checked = false;
+    QCOMPARE(CommonFramelessMessageBox::question(nullptr, QStringLiteral("温馨提示"), QStringLiteral("文本"),
+                                                 QStringLiteral("是"), QStringLiteral("否"), 0,
+                                                 QStringLiteral("下次不再询问"), &checked),
+             0);
+    QVERIFY(checked);
+
+    whenMessageBoxShown([](QWidget *box) { QTest::mouseClick(boxButtons(box).at(1), Qt::LeftButton); });
+    checked = true;
+    QCOMPARE(CommonFramelessMessageBox::question(nullptr, QStringLiteral("温馨提示"), QStringLiteral("文本"),
+                                                 QStringLiteral("是"), QStringLiteral("否"), 0,
+                                                 QStringLiteral("下次不再询问"), &checked),
+             1);
+    QVERIFY(!checked);
+}
+
+void CommonFramelessMessageBoxTest::checkBox_nullCheckedPointerIsAllowed()
+{
+    bool shown = false;
+    whenMessageBoxShown([&shown](QWidget *box) {
+        auto *checkBox = box->findChild<QCheckBox *>(QStringLiteral("framelessMessageBox_checkbox"));
+        shown = checkBox->isVisible();
+        QTest::mouseClick(checkBox, Qt::LeftButton);
+        QTest::mouseClick(boxButtons(box).at(0), Qt::LeftButton);
+    });
+    QCOMPARE(CommonFramelessMessageBox::warning(nullptr, QStringLiteral("温馨提示"), QStringLiteral("文本"),
+                                                QStringLiteral("确定"), 0, QStringLiteral("下次不再询问"),
+                                                nullptr),
+             0);
+    QVERIFY(shown);
+}
+
+void CommonFramelessMessageBoxTest::checkBox_hiddenWithoutText()
+{
+    bool hidden = false;
+    whenMessageBoxShown([&hidden](QWidget *box) {
+        hidden = box->findChild<QCheckBox *>(QStringLiteral("framelessMessageBox_checkbox"))->isHidden();
+        QTest::mouseClick(boxButtons(box).at(0), Qt::LeftButton);
+    });
+    CommonFramelessMessageBox::error(nullptr, QStringLiteral("温馨提示"), QStringLiteral("文本"),
+                                     QStringLiteral("确定"));
+    QVERIFY(hidden);
+}
+
+void CommonFramelessMessageBoxTest::warningAndError_showOneButtonEach_data()
+{
+    QTest::addColumn<bool>("error");
+    QTest::newRow("warning") << false;
+    QTest::newRow("error") << true;
+}
+
+void CommonFramelessMessageBoxTest::warningAndError_showOneButtonEach()
+{
+    QFETCH(bool, error);
+    int count = 0;
+    QString text;
+    whenMessageBoxShown([&](QWidget *box) {
+        const auto buttons = boxButtons(box);
+        count = buttons.size();
+        text = buttons.value(0) ? buttons.at(0)->text() : QString();
+        QTest::mouseClick(buttons.at(0), Qt::LeftButton);
+    });
+    const QString title = QStringLiteral("温馨提示");
+    const QString message = QStringLiteral("请选择默认打印机");
+    const int result =
+        error ? CommonFramelessMessageBox::error(nullptr, title, message, QStringLiteral("确定"))
+              : CommonFramelessMessageBox::warning(nullptr, title, message, QStringLiteral("确定"), 0,
+                                                   QString(), nullptr, Qt::AlignHCenter);
+    QCOMPARE(result, 0);
+    QCOMPARE(count, 1);
+    QCOMPARE(text, QStringLiteral("确定"));
+}
+
+void CommonFramelessMessageBoxTest::box_showsTitleTextIconAndOnlyCloseButton_data()
+{
+    QTest::addColumn<int>("kind");
+    QTest::addColumn<QString>("image");
+    QTest::newRow("question") << int(CommonFramelessMessageBox::Question)
+                              << ":/frameless/img/messageBox/question.png";
+    QTest::newRow("warning") << int(CommonFramelessMessageBox::Warning)
+                             << ":/frameless/img/messageBox/warning.png";
+    QTest::newRow("error") << int(CommonFramelessMessageBox::Error) << ":/frameless/img/messageBox/error.png";
+}
+
+void CommonFramelessMessageBoxTest::box_showsTitleTextIconAndOnlyCloseButton()
+{
+    QFETCH(int, kind);
+    QFETCH(QString, image);
+    const QImage expected = QPixmap(image).toImage().convertToFormat(QImage::Format_ARGB32);
+    QVERIFY(!expected.isNull());
+
+    QImage shownIcon;
+    QString shownTitle;
+    QString shownText;
+    bool minimizeHidden = false;
+    bool maximizeHidden = false;
+    bool closeVisible = false;
+    bool textVisible = false;
+    bool resizable = true;
+    whenMessageBoxShown([&](QWidget *box) {
+        auto *icon = box->findChild<QLabel *>(QStringLiteral("framelessMessageBox_labelIcon"));
+        shownIcon = icon->pixmap(Qt::ReturnByValue).toImage().convertToFormat(QImage::Format_ARGB32);
+        shownTitle = box->findChild<QLabel *>(QStringLiteral("framelessTitleBar_labelText"))->text();
+        auto *edit = box->findChild<MessageBoxTextEdit *>(QStringLiteral("framelessMessageBox_textEdit"));
+        shownText = edit->toPlainText();
+        textVisible = edit->isVisible() && edit->isReadOnly();
+        minimizeHidden = box->findChild<QWidget *>(QStringLiteral("framelessTitleBar_btnMin"))->isHidden();
+        maximizeHidden =
+            box->findChild<QWidget *>(QStringLiteral("framelessTitleBar_btnRestore"))->isHidden();
+        closeVisible = box->findChild<QWidget *>(QStringLiteral("framelessTitleBar_btnClose"))->isVisible();
+        resizable = static_cast<CommonFramelessMessageBox *>(box)->isResizable();
+        QTest::mouseClick(boxButtons(box).at(0), Qt::LeftButton);
+    });
+    const QString title = QStringLiteral("温馨提示");
+    const QString text = QStringLiteral("驱动安装失败");
+    switch (kind) {
+    case CommonFramelessMessageBox::Question:
+        CommonFramelessMessageBox::question(nullptr, title, text, QStringLiteral("是"), QStringLiteral("否"));
+        break;
+    case CommonFramelessMessageBox::Warning:
+        CommonFramelessMessageBox::warning(nullptr, title, text, QStringLiteral("确定"));
+        break;
+    default:
+        CommonFramelessMessageBox::error(nullptr, title, text, QStringLiteral("是"), QStringLiteral("否"));
+        break;
+    }
+    QCOMPARE(shownIcon, expected);
+    QCOMPARE(shownTitle, title);
+    QCOMPARE(shownText, text);
+    QVERIFY(textVisible);
+    QVERIFY(minimizeHidden);
+    QVERIFY(maximizeHidden);
+    QVERIFY(closeVisible);
+    QVERIFY(!resizable);
+}
+
+void CommonFramelessMessageBoxTest::defaultButton_isMarkedDefault()
+{
+    QList<bool> defaults;
+    whenMessageBoxShown([&defaults](QWidget *box) {
+        const auto buttons = boxButtons(box);
+        for (QPushButton *button : buttons)
+            defaults << button->isDefault();
+        QTest::keyClick(box, Qt::Key_Return);
+    });
+    const int result =
+        CommonFramelessMessageBox::question(nullptr, QStringLiteral("温馨提示"), QStringLiteral("文本"),
+                                            QStringLiteral("是"), QStringLiteral("否"), 1);
+    QCOMPARE(defaults, (QList<bool>{false, true}));
+    QCOMPARE(result, 1);
+}
+
+void CommonFramelessMessageBoxTest::buttons_centredOnlyForHCenter_data()
+{
+    QTest::addColumn<int>("alignment");
+    QTest::addColumn<bool>("centred");
+    QTest::newRow("centre") << int(Qt::AlignHCenter) << true;
+    QTest::newRow("right") << int(Qt::AlignRight) << false;
+    QTest::newRow("centre with vertical centre is not exactly centre")
+        << int(Qt::AlignHCenter | Qt::AlignVCenter) << false;
+}
+
+void CommonFramelessMessageBoxTest::buttons_centredOnlyForHCenter()
+{
+    QFETCH(int, alignment);
+    QFETCH(bool, centred);
+    int leftGap = 0;
+    int rightGap = 0;
+    whenMessageBoxShown([&](QWidget *box) {
+        const auto buttons = boxButtons(box);
+        const QRect first = buttons.first()->geometry();
+        const QRect last = buttons.last()->geometry();
+        leftGap = first.left();
+        rightGap = box->width() - 1 - last.right();
+        QTest::mouseClick(buttons.at(0), Qt::LeftButton);
+    });
+    CommonFramelessMessageBox::question(
+        nullptr, QStringLiteral("温馨提示"), QStringLiteral("一段足够长的提示文本，让消息框比按钮宽得多。"),
+        QStringLiteral("是"), QStringLiteral("否"), 0, QString(), nullptr, Qt::Alignment(alignment));
+    if (centred) {
+        QVERIFY2(qAbs(leftGap - rightGap) <= 1,
+                 qPrintable(QStringLiteral("%1 vs %2").arg(leftGap).arg(rightGap)));
+    } else {
+        QCOMPARE(rightGap, 25);
+        QVERIFY(leftGap > rightGap);
+    }
+}
+
+void CommonFramelessMessageBoxTest::textEdit_shortTextGivesMinimumWidthAndTwoLines()
+{
+    MessageBoxTextEdit edit;
+    edit.setMessageText(QStringLiteral("确定"));
+    const int lineSpacing = QFontMetrics(edit.font()).lineSpacing();
+    QCOMPARE(edit.minimumSizeHint(), QSize(150, 2 * lineSpacing));
+    QCOMPARE(edit.verticalScrollBarPolicy(), Qt::ScrollBarAlwaysOff);
+}
+
+void CommonFramelessMessageBoxTest::textEdit_wideLineCountsAsThreeDisplayLines()
+{
+    MessageBoxTextEdit edit;
+    const QFontMetrics metrics(edit.font());
+    const QString line = lineOfWidth(metrics, 1300);
+    const int width = metrics.boundingRect(line).width() + 36;
+    // Wide enough for three display lines of 600 pixels, not four.
+    QVERIFY(width > 1200 && width <= 1800);
+    edit.setMessageText(line);
+    QCOMPARE(edit.minimumSizeHint(), QSize(600, 4 * metrics.lineSpacing()));
+}
+
+void CommonFramelessMessageBoxTest::textEdit_longTextIsCappedAndScrolls()
+{
+    MessageBoxTextEdit edit;
+    const int lineSpacing = QFontMetrics(edit.font()).lineSpacing();
+    QStringList lines;
+    while (lineSpacing * (lines.size() + 1) <= 400)
+        lines << QStringLiteral("如果继续安装，将会覆盖以下文件:");
+    edit.setMessageText(lines.join(QLatin1Char('\n')));
+    QCOMPARE(edit.minimumSizeHint().height(), 400);
+    QCOMPARE(edit.verticalScrollBarPolicy(), Qt::ScrollBarAsNeeded);
+}
+
+void CommonFramelessMessageBoxTest::textEdit_keepsEmptyLines()
+{
+    MessageBoxTextEdit edit;
+    const int lineSpacing = QFontMetrics(edit.font()).lineSpacing();
+    edit.setMessageText(QStringLiteral("第一行\n\n第三行"));
+    QCOMPARE(edit.minimumSizeHint().height(), 4 * lineSpacing);
+    QCOMPARE(edit.toPlainText(), QStringLiteral("第一行\n\n第三行"));
+
+    // A new text is measured anew.
+    edit.setMessageText(QStringLiteral("一行"));
+    QCOMPARE(edit.minimumSizeHint().height(), 2 * lineSpacing);
+}
+
+void CommonFramelessMessageBoxTest::textEdit_emptyTextUsesBaseHint()
+{
+    MessageBoxTextEdit edit;
+    QPlainTextEdit plain;
+    QCOMPARE(edit.minimumSizeHint(), plain.minimumSizeHint());
+}
+
+void CommonFramelessMessageBoxTest::box_longTextScrollsInsideTheBox()
+{
+    int scrollMaximum = 0;
+    int editHeight = 0;
+    whenMessageBoxShown([&](QWidget *box) {
+        auto *edit = box->findChild<MessageBoxTextEdit *>(QStringLiteral("framelessMessageBox_textEdit"));
+        scrollMaximum = edit->verticalScrollBar()->maximum();
+        editHeight = edit->height();
+        QTest::mouseClick(boxButtons(box).at(0), Qt::LeftButton);
+    });
+    QStringList lines;
+    for (int i = 0; i < 60; ++i)
+        lines << QStringLiteral("ICC Profile/RGB/sample_%1.icc").arg(i);
+    CommonFramelessMessageBox::warning(nullptr, QStringLiteral("温馨提示"), lines.join(QLatin1Char('\n')),
+                                       QStringLiteral("确定"));
+    QVERIFY(editHeight >= 400);
+    QVERIFY(scrollMaximum > 0);
+}
+
+QTEST_MAIN(CommonFramelessMessageBoxTest)
+#include "tst_commonframelessmessagebox.moc"
