@@ -1,0 +1,174 @@
+#include "FramelessGeometry.h"
+
+#include <algorithm>
+
+namespace FramelessGeometry {
+
+namespace {
+
+HitRegion borderRegion(const HitTestInput &in)
+{
+    const int b = in.borderWidth;
+    const QPoint &p = in.borderPos;
+    const bool left = p.x() < b;
+    const bool right = p.x() > in.windowSize.width() - b;
+    const bool top = p.y() < b;
+    const bool bottom = p.y() > in.windowSize.height() - b;
+
+    // Corners win where they overlap the edges.
+    if (top && left)
+        return HitRegion::TopLeft;
+    if (bottom && left)
+        return HitRegion::BottomLeft;
+    if (top && right)
+        return HitRegion::TopRight;
+    if (bottom && right)
+        return HitRegion::BottomRight;
+    if (left)
+        return HitRegion::Left;
+    if (right)
+        return HitRegion::Right;
+    if (top)
+        return HitRegion::Top;
+    if (bottom)
+        return HitRegion::Bottom;
+    return HitRegion::Client;
+}
+
+} // namespace
+
+HitRegion hitTest(const HitTestInput &in)
+{
+    if (in.resizable && !in.maximized && !in.fullScreen && !isFixedSize(in.minimumSize, in.maximumSize)) {
+        const HitRegion border = borderRegion(in);
+        if (border != HitRegion::Client)
+            return border;
+    }
+
+    if (!in.movable)
+        return HitRegion::Client;
+
+    if (in.hasTitleBar && in.titleBarRect.contains(in.pos))
+        return in.titleBarChild == ChildUnderCursor::Other ? HitRegion::Client : HitRegion::Caption;
+
+    for (const DummyTitleBar &dummy : in.dummyTitleBars) {
+        if (dummy.childOfTitleBar || !dummy.rect.contains(in.pos))
+            continue;
+        return dummy.child == ChildUnderCursor::Other ? HitRegion::Client : HitRegion::Caption;
+    }
+    return HitRegion::Client;
+}
+
+bool isFixedSize(const QSize &minimumSize, const QSize &maximumSize)
+{
+    return minimumSize.width() >= maximumSize.width() && minimumSize.height() >= maximumSize.height();
+}
+
+Qt::Edges edgesOf(HitRegion region)
+{
+    switch (region) {
+    case HitRegion::Left:
+        return Qt::LeftEdge;
+    case HitRegion::Right:
+        return Qt::RightEdge;
+    case HitRegion::Top:
+        return Qt::TopEdge;
+    case HitRegion::Bottom:
+        return Qt::BottomEdge;
+    case HitRegion::TopLeft:
+        return Qt::TopEdge | Qt::LeftEdge;
+    case HitRegion::TopRight:
+        return Qt::TopEdge | Qt::RightEdge;
+    case HitRegion::BottomLeft:
+        return Qt::BottomEdge | Qt::LeftEdge;
+    case HitRegion::BottomRight:
+        return Qt::BottomEdge | Qt::RightEdge;
+    case HitRegion::Client:
+    case HitRegion::Caption:
+        break;
+    }
+    return {};
+}
+
+int clampExtent(int value, int bound1, int bound2)
+{
+    return std::clamp(value, std::min(bound1, bound2), std::max(bound1, bound2));
+}
+
+QSize clampSize(const QSize &size, const QSize &minimumSize, const QSize &maximumSize)
+{
+    return QSize(clampExtent(size.width(), minimumSize.width(), maximumSize.width()),
+                 clampExtent(size.height(), minimumSize.height(), maximumSize.height()));
+}
+
+QRect resizedGeometry(const QRect &start, Qt::Edges edges, const QPoint &delta, const QSize &minimumSize,
+                      const QSize &maximumSize)
+{
+    int width = start.width();
+    int height = start.height();
+    if (edges & Qt::LeftEdge)
+        width -= delta.x();
+    else if (edges & Qt::RightEdge)
+        width += delta.x();
+    if (edges & Qt::TopEdge)
+        height -= delta.y();
+    else if (edges & Qt::BottomEdge)
+        height += delta.y();
+
+    const QSize size = clampSize(QSize(width, height), minimumSize, maximumSize);
+    // The edge opposite to the dragged one is the anchor.
+    const int x = (edges & Qt::LeftEdge) ? start.x() + start.width() - size.width() : start.x();
+    const int y = (edges & Qt::TopEdge) ? start.y() + start.height() - size.height() : start.y();
+    return QRect(QPoint(x, y), size);
+}
+
+Rect toRect(const QRect &rect)
+{
+    return Rect{rect.x(), rect.y(), rect.x() + rect.width(), rect.y() + rect.height()};
+}
+
+EdgeComparison compareEdges(const Rect &newRect, const Rect &oldRect)
+{
+    EdgeComparison out;
+    out.rect = newRect;
+    if (newRect.left != oldRect.left) {
+        out.horizontalRedraw = true;
+        out.alignRight = true;
+        if (newRect.left < oldRect.left)
+            out.rect.right += 1;
+    }
+    if (newRect.right != oldRect.right) {
+        out.horizontalRedraw = true;
+        out.alignLeft = true;
+    }
+    if (newRect.top != oldRect.top) {
+        out.verticalRedraw = true;
+        out.alignBottom = true;
+        if (newRect.top < oldRect.top)
+            out.rect.bottom += 1;
+    }
+    if (newRect.bottom != oldRect.bottom) {
+        out.verticalRedraw = true;
+        out.alignTop = true;
+    }
+    return out;
+}
+
+Rect maximizedArea(bool fullScreen, const MonitorAreas *monitor, const QRect &screenVirtualGeometry,
+                   const QRect &screenAvailableGeometry)
+{
+    if (monitor)
+        return fullScreen ? monitor->monitor : monitor->work;
+    return toRect(fullScreen ? screenVirtualGeometry : screenAvailableGeometry);
+}
+
+Rect maximizedRect(const Rect &proposed, const Rect &area, const QSize &minimumSize, const QSize &maximumSize)
+{
+    const int largestWidth = std::max(minimumSize.width(), maximumSize.width());
+    const int largestHeight = std::max(minimumSize.height(), maximumSize.height());
+    if (largestWidth >= area.width() && largestHeight >= area.height())
+        return area;
+    return proposed;
+}
+
+} // namespace FramelessGeometry

@@ -1,0 +1,66 @@
+#pragma once
+
+#include "FramelessGeometry.h"
+
+#include <QList>
+#include <QObject>
+#include <QSet>
+
+class QWidget;
+
+// The platform-neutral part of a frameless window: which widgets act as the
+// title bar (drag areas), the width of the resize border and whether the
+// window may be moved and resized. The back ends turn the shared hit-test
+// decision into native hit codes (Windows) or into system moves and resizes
+// (every other platform).
+class FramelessHelper : public QObject
+{
+    Q_OBJECT
+
+public:
+    static constexpr int DefaultBorderWidth = 4;
+
+    explicit FramelessHelper(QWidget *window);
+    ~FramelessHelper() override;
+
+    QWidget *window() const { return window_; }
+    QWidget *titleBar() const { return titleBar_; }
+    int borderWidth() const { return borderWidth_; }
+    bool isMovable() const { return movable_; }
+    bool isResizable() const { return resizable_; }
+    bool isIgnoredTitleBarSubWidget(const QWidget *widget) const;
+    bool isDummyTitleBar(const QWidget *widget) const;
+    QList<QWidget *> dummyTitleBars() const { return dummyTitleBars_; }
+
+    virtual void setMovable(bool movable);
+    virtual void setResizable(bool resizable);
+    virtual void setTitleBar(QWidget *titleBar);
+    virtual void addDummyTitleBar(QWidget *widget);
+    virtual void removeDummyTitleBar(QWidget *widget);
+    virtual void setWindowFlags(Qt::WindowFlags flags);
+    virtual bool handleNativeEvent(const QByteArray &eventType, void *message, long *result,
+                                   bool *handled) = 0;
+
+    // Gathers the window's state and asks the shared decision. borderPos is
+    // the cursor used for the resize border, pos the one for the drag
+    // areas, both in window coordinates.
+    FramelessGeometry::HitRegion hitTest(const QPoint &borderPos, const QPoint &pos) const;
+
+    // The flags every frameless window gets; a dialog has no maximize button.
+    static Qt::WindowFlags framelessWindowFlags(Qt::WindowFlags flags, bool isDialog);
+
+private slots:
+    void on_titleBarDestroyed();
+    void on_ignoredTitleBarSubWidgetDestroyed();
+    void on_dummyTitleBarDestroyed();
+
+private:
+    QWidget *window_ = nullptr;
+    QWidget *titleBar_ = nullptr;
+    QSet<QWidget *> ignoredTitleBarSubWidgets_;
+    // Kept in the order they were added: the first one under the cursor counts.
+    QList<QWidget *> dummyTitleBars_;
+    int borderWidth_ = DefaultBorderWidth;
+    bool movable_ = true;
+    bool resizable_ = true;
+};

@@ -1,0 +1,232 @@
+#include "QtFramelessHelper.h"
+
+#include "Common/Logging.h"
+
+#include <QApplication>
+#include <QMouseEvent>
+#include <QWidget>
+#include <QWindow>
+
+using FramelessGeometry::HitRegion;
+
+QtFramelessHelper::QtFramelessHelper(QWidget *window)
+    : FramelessHelper(window)
+{
+    window->setWindowFlags(framelessWindowFlags(window->windowFlags(), window->inherits("QDialog")));
+    window->installEventFilter(this);
+    trackWindowHandle();
+}
+
+QtFramelessHelper::~QtFramelessHelper()
+{
+    if (handle_)
+        handle_->removeEventFilter(this);
+}
+
+bool QtFramelessHelper::handleNativeEvent(const QByteArray &, void *, long *, bool *handled)
+{
+    // Nothing native to answer here: everything runs through Qt's events.
+    *handled = false;
+    return false;
+}
+
+bool QtFramelessHelper::startSystemMove()
+{
+    return handle_ && handle_->startSystemMove();
+}
+
+bool QtFramelessHelper::startSystemResize(Qt::Edges edges)
+{
+    return handle_ && handle_->startSystemResize(edges);
+}
+
+void QtFramelessHelper::trackWindowHandle()
+{
+    QWindow *handle = window()->windowHandle();
+    if (handle == handle_)
+        return;
+    if (handle_)
+        handle_->removeEventFilter(this);
+    handle_ = handle;
+    if (handle_)
+        handle_->installEventFilter(this);
+}
+
+bool QtFramelessHelper::eventFilter(QObject *watched, QEvent *event)
+{
+    if (watched == window()) {
+        switch (event->type()) {
+        case QEvent::WinIdChange:
+        case QEvent::Show:
+        case QEvent::PlatformSurface:
+            trackWindowHandle();
+            break;
+        default:
+            break;
+        }
+    } else if (handle_ && watched == handle_) {
+        switch (event->type()) {
+        case QEvent::MouseButtonPress:
+        case QEvent::MouseButtonRelease:
+        case QEvent::MouseButtonDblClick:
+        case QEvent::MouseMove:
+            if (handleMouseEvent(static_cast<QMouseEvent *>(event)))
+                return true;
+            break;
+        case QEvent::Leave:
+            if (drag_ == Drag::None)
+                updateCursor(HitRegion::Client);
+            break;
+        default:
+            break;
+        }
+    }
+    return FramelessHelper::eventFilter(watched, event);
+}
+
+bool QtFramelessHelper::handleMouseEvent(QMouseEvent *event)
+{
+    switch (event->type()) {
+    case QEvent::MouseButtonPress:
+        return handlePress(event);
+    case QEvent::MouseMove:
+        return handleMove(event);
+    case QEvent::MouseButtonRelease:
+        if (drag_ != Drag::None && event->button() == Qt::LeftButton) {
+            endDrag();
+            return true;
+        }
+        return false;
+    case QEvent::MouseButtonDblClick: {
+        if (event->button() != Qt::LeftButton || hitTest(event->pos(), event->pos()) != HitRegion::Caption)
+            return false;
+        endDrag();
+        if (isResizable()) {
+            if (window()->isMaximized() || window()->isFullScreen())
+                window()->showNormal();
+            else
+                window()->showMaximized();
+        }
+        return true;
+    }
+    default:
+        return false;
+    }
+}
+
+bool QtFramelessHelper::handlePress(QMouseEvent *event)
+{
+    if (event->button() != Qt::LeftButton)
+        return false;
+    const HitRegion region = hitTest(event->pos(), event->pos());
+    if (region == HitRegion::Client)
+        return false;
+
+    pressGlobalPos_ = event->globalPos();
+    pressGeometry_ = window()->geometry();
+    if (region == HitRegion::Caption) {
+        drag_ = Drag::Pending;
+        return true;
+    }
+
+    edges_ = FramelessGeometry::edgesOf(region);
+    if (startSystemResize(edges_)) {
+        BEX_DEBUG(lcFrameless) << "system resize started, edges:" << edges_;
+        releaseAfterSystemDrag(event);
+    } else {
+        drag_ = Drag::ManualResize;
+    }
+    return true;
+}
+
+bool QtFramelessHelper::handleMove(QMouseEvent *event)
+{
+    if (drag_ == Drag::None) {
+        if (event->buttons() == Qt::NoButton)
+            updateCursor(hitTest(event->pos(), event->pos()));
+        return false;
+    }
+    if (!(event->buttons() & Qt::LeftButton)) {
+        // The release went elsewhere; the drag is over.
+        endDrag();
+        return false;
+    }
+
+    const QPoint delta = event->globalPos() - pressGlobalPos_;
+    switch (drag_) {
+    case Drag::Pending:
+        if (delta.manhattanLength() < QApplication::startDragDistance())
+            return true;
+        if (startSystemMove()) {
+            BEX_DEBUG(lcFrameless) << "system move started";
+            releaseAfterSystemDrag(event);
+            return true;
+        }
+        if (window()->isMaximized() || window()->isFullScreen()) {
+            drag_ = Drag::None;
+            return true;
+        }
+        drag_ = Drag::ManualMove;
+        Q_FALLTHROUGH();
+    case Drag::ManualMove:
+        window()->move(pressGeometry_.topLeft() + delta);
+        return true;
+    case Drag::ManualResize:
+        window()->setGeometry(FramelessGeometry::resizedGeometry(
+            pressGeometry_, edges_, delta, window()->minimumSize(), window()->maximumSize()));
+        return true;
+    case Drag::None:
+        break;
+    }
+    return false;
+}
+
+void QtFramelessHelper::releaseAfterSystemDrag(QMouseEvent *event)
+{
+    // Once the window system owns the pointer, the button's release never
+    // reaches this window. Deliver one ourselves so that nothing in the
+    // window believes the button is still down.
+    endDrag();
+    QMouseEvent release(QEvent::MouseButtonRelease, event->localPos(), event->windowPos(), event->screenPos(),
+                        Qt::LeftButton, event->buttons() & ~Qt::LeftButton, event->modifiers());
+    if (handle_)
+        QCoreApplication::sendEvent(handle_, &release);
+}
+
+void QtFramelessHelper::endDrag()
+{
+    drag_ = Drag::None;
+    edges_ = {};
+}
+
+void QtFramelessHelper::updateCursor(HitRegion region)
+{
+    Qt::CursorShape shape = Qt::ArrowCursor;
+    switch (region) {
+    case HitRegion::Left:
+    case HitRegion::Right:
+        shape = Qt::SizeHorCursor;
+        break;
+    case HitRegion::Top:
+    case HitRegion::Bottom:
+        shape = Qt::SizeVerCursor;
+        break;
+    case HitRegion::TopLeft:
+    case HitRegion::BottomRight:
+        shape = Qt::SizeFDiagCursor;
+        break;
+    case HitRegion::TopRight:
+    case HitRegion::BottomLeft:
+        shape = Qt::SizeBDiagCursor;
+        break;
+    case HitRegion::Client:
+    case HitRegion::Caption:
+        if (cursorSet_) {
+            window()->unsetCursor();
+            cursorSet_ = false;
+        }
+        return;
+    }
+    window()->setCursor(shape);
+    cursorSet_ = true;
+}

@@ -1,0 +1,57 @@
+#pragma once
+
+#include "FramelessHelper.h"
+
+#include <QPointer>
+#include <QRect>
+
+class QMouseEvent;
+class QWindow;
+
+// Frameless windows on every platform but Windows. The window's native
+// window delivers every mouse event before any child widget sees it; a press
+// on the resize border starts a system resize, a drag on the caption a
+// system move, and a double click on the caption maximises or restores.
+// Where the window system refuses (offscreen, X without a window manager),
+// the window is moved or resized by hand.
+class QtFramelessHelper : public FramelessHelper
+{
+    Q_OBJECT
+
+public:
+    explicit QtFramelessHelper(QWidget *window);
+    ~QtFramelessHelper() override;
+
+    bool handleNativeEvent(const QByteArray &eventType, void *message, long *result, bool *handled) override;
+
+protected:
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
+    // Hand the drag over to the window system; false when it refuses.
+    virtual bool startSystemMove();
+    virtual bool startSystemResize(Qt::Edges edges);
+
+private:
+    enum class Drag
+    {
+        None,
+        Pending,      // pressed on the caption, not yet moved far enough
+        ManualMove,   // the window system refused: moving by hand
+        ManualResize, // the window system refused: resizing by hand
+    };
+
+    void trackWindowHandle();
+    bool handleMouseEvent(QMouseEvent *event);
+    bool handlePress(QMouseEvent *event);
+    bool handleMove(QMouseEvent *event);
+    void updateCursor(FramelessGeometry::HitRegion region);
+    void releaseAfterSystemDrag(QMouseEvent *event);
+    void endDrag();
+
+    QPointer<QWindow> handle_;
+    Drag drag_ = Drag::None;
+    Qt::Edges edges_;
+    QPoint pressGlobalPos_;
+    QRect pressGeometry_;
+    bool cursorSet_ = false;
+};
