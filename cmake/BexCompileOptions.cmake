@@ -31,3 +31,17 @@ if(BEX_SANITIZE)
         add_link_options(-fsanitize=address,undefined)
     endif()
 endif()
+
+# Shared libraries are linked with every symbol resolved, so a missing
+# dependency fails at build time rather than when a host loads them. Clang's
+# sanitizer runtimes live in the executable, not in the shared libraries, so
+# sanitized clang builds leave the check out.
+function(bex_target_no_undefined target)
+    if(MSVC)
+        return()
+    endif()
+    if(CMAKE_CXX_COMPILER_ID STREQUAL "Clang" AND (BEX_BUILD_FUZZ OR BEX_SANITIZE))
+        return()
+    endif()
+    target_link_options(${target} PRIVATE "LINKER:--no-undefined")
+endfunction()

@@ -33,8 +33,8 @@ int main(int argc, char *argv[])
         module.resolve("BexRipEngineDriverUI_RipServer_Initialize"));
     const auto unInitialize = reinterpret_cast<BexRipEngineDriverUI_RipServer_UnInitializeFn>(
         module.resolve("BexRipEngineDriverUI_RipServer_UnInitialize"));
-    const auto kind =
-        reinterpret_cast<BexRipEngineDriverUI_RipServer_KindFn>(module.resolve("BexRipEngineDriverUI_RipServer_Kind"));
+    const auto kind = reinterpret_cast<BexRipEngineDriverUI_RipServer_KindFn>(
+        module.resolve("BexRipEngineDriverUI_RipServer_Kind"));
     const auto version = reinterpret_cast<BexRipEngineDriverUI_RipServer_VersionFn>(
         module.resolve("BexRipEngineDriverUI_RipServer_Version"));
     const auto create = reinterpret_cast<CreateBexRipEngineDriverUI_RipServerFn>(
