@@ -7,7 +7,6 @@
 #include <QGridLayout>
 #include <QLabel>
 #include <QRadioButton>
-#include <QTranslator>
 #include <QtTest>
 
 namespace {
@@ -46,25 +45,6 @@ RipExtraOption option(int printMode, bool horizontalMirror)
     return value;
 }
 
-// English texts for the form, answered only for the form's own context.
-class EnglishTranslator : public QTranslator
-{
-public:
-    QString translate(const char *context, const char *sourceText, const char *, int) const override
-    {
-        if (qstrcmp(context, "ExtraOptionWidget") != 0)
-            return QString();
-        static const QHash<QString, QString> english{
-            {QStringLiteral("RIP后手动打印"), QStringLiteral("Manual print after RIP")},
-            {QStringLiteral("RIP后自动打印"), QStringLiteral("Automatic print after RIP")},
-            {QStringLiteral("打印模式"), QStringLiteral("Print mode")},
-            {QStringLiteral("边RIP边打印"), QStringLiteral("Print while RIP")},
-            {QStringLiteral("镜像打印"), QStringLiteral("Mirror print")}};
-        return english.value(QString::fromUtf8(sourceText));
-    }
-    bool isEmpty() const override { return false; }
-};
-
 } // namespace
 
 class ExtraOptionWidgetTest : public QObject
@@ -86,7 +66,6 @@ private slots:
     void shouldKeepAPrintModeWithoutAButton_data();
     void shouldKeepAPrintModeWithoutAButton();
     void shouldNotLogAMirrorStateAlreadyShown();
-    void shouldTranslateItsTextsInItsOwnContext();
     void shouldOfferNoSignalsOrSlotsOfItsOwn();
 };
 
@@ -306,21 +285,6 @@ void ExtraOptionWidgetTest::shouldNotLogAMirrorStateAlreadyShown()
     QCOMPARE(log.count(QtDebugMsg, kMirrorLine), 0);
     QCOMPARE(widget.extraOption().horizontalMirror, true);
     QVERIFY(mirrorBox(widget)->isChecked());
-}
-
-void ExtraOptionWidgetTest::shouldTranslateItsTextsInItsOwnContext()
-{
-    EnglishTranslator translator;
-    QVERIFY(QCoreApplication::installTranslator(&translator));
-    ExtraOptionWidget widget(nullptr);
-    QCoreApplication::removeTranslator(&translator);
-
-    QCOMPARE(widget.findChild<QLabel *>(QStringLiteral("label"))->text(), QStringLiteral("Print mode"));
-    QCOMPARE(modeButton(widget, 0)->text(), QStringLiteral("Manual print after RIP"));
-    QCOMPARE(modeButton(widget, 1)->text(), QStringLiteral("Automatic print after RIP"));
-    QCOMPARE(modeButton(widget, 2)->text(), QStringLiteral("Print while RIP"));
-    QCOMPARE(mirrorBox(widget)->text(), QStringLiteral("Mirror print"));
-    QCOMPARE(widget.windowTitle(), QStringLiteral("Form"));
 }
 
 void ExtraOptionWidgetTest::shouldOfferNoSignalsOrSlotsOfItsOwn()
