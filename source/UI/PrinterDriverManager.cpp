@@ -172,7 +172,7 @@ bool PrinterDriverManager::deleteInstalledDriver(const QString &driverId)
         return false;
     }
     if (drivers_.remove(driverId) == 0)
-        BEX_WARNING(lcManager) << "driverId - " << driverId << "没有被安装";
+        BEX_DEBUG(lcManager) << "driverId - " << driverId << "没有被安装";
     const std::string id = toLocal(driverId);
     const bool deleted = handler_->DeletePrinterDriverPrs(id.c_str());
     BEX_DEBUG(lcManager) << "DeletePrinterDriverPrs:" << deleted;
