@@ -271,7 +271,7 @@ std::optional<PrsDocument> PrsDocument::parse(const QByteArray &data, QString *e
     doc.modeId = qint32(modeId);
     // The .pdv file lies next to the .prs file: a bare file name.
     if (doc.pdvFile.contains(QLatin1Char('/')) || doc.pdvFile.contains(QLatin1Char('\\')) ||
-        doc.pdvFile == QStringLiteral("..")) {
+        doc.pdvFile == QStringLiteral(".") || doc.pdvFile == QStringLiteral("..")) {
         read.fail(QStringLiteral("document: \"pdvFile\" is not a bare file name"));
         return std::nullopt;
     }

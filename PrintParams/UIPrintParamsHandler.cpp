@@ -337,12 +337,20 @@ bool UIPrintParamsHandler::SetIccSettingInfo(const printerIccColorInfo *info)
         BEX_WARNING(lcPrintParams) << "refused: unterminated profile name or intent" << info->iccIntentType;
         return false;
     }
+    PrsDocument &document = selection_->document;
+    // A combination the file does not hold yet is added to it; the file
+    // must stay within what a later load accepts.
+    if (!document.currentCombination() && document.combinations.size() >= kMaxCombinations) {
+        BEX_WARNING(lcPrintParams) << "refused: the driver already holds" << kMaxCombinations
+                                   << "combinations";
+        return false;
+    }
     PrsIcc icc;
     icc.rgb = *rgb;
     icc.cmyk = *cmyk;
     icc.output = *output;
     icc.intent = info->iccIntentType;
-    selection_->document.ensureCurrentCombination().icc = icc;
+    document.ensureCurrentCombination().icc = icc;
     return true;
 }
 

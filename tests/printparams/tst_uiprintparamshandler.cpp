@@ -11,6 +11,9 @@
 
 #include <QDir>
 #include <QFile>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
 #include <QtTest>
 
 #include <cmath>
@@ -556,6 +559,82 @@ private slots:
         QVERIFY(handler_->SetEnumItem(paperId, acrylic));
         QCOMPARE(text(handler_->GetIccSettingInfo()->iccFilePath_OUTPUT),
                  QStringLiteral("BexUV2513_Acrylic_720x900.icc"));
+    }
+
+    void iccSettingsAreRefusedWhereTheFileHoldsNoRoomForAnotherCombination()
+    {
+        // 16 x 16 x 17 combinations are possible; the file holds the first
+        // 4096, the most a .prs file may hold.
+        const auto values = [](int count, bool resolution) {
+            QJsonArray array;
+            for (int i = 0; i < count; ++i) {
+                QJsonObject value{{QStringLiteral("text"), QStringLiteral("v%1").arg(i)}};
+                if (resolution) {
+                    value.insert(QStringLiteral("xDpi"), 360 + i);
+                    value.insert(QStringLiteral("yDpi"), 360 + i);
+                }
+                array.append(value);
+            }
+            return array;
+        };
+        const auto enumItem = [&](int id, const QString &kind, int count) {
+            return QJsonObject{{QStringLiteral("enumId"), id},
+                               {QStringLiteral("kind"), kind},
+                               {QStringLiteral("key"), kind},
+                               {QStringLiteral("selected"), count - 1},
+                               {QStringLiteral("values"), values(count, id == 1)}};
+        };
+        QJsonArray combinations;
+        for (int r = 0; r < 16 && combinations.size() < 4096; ++r) {
+            for (int p = 0; p < 16 && combinations.size() < 4096; ++p) {
+                for (int i = 0; i < 17 && combinations.size() < 4096; ++i)
+                    combinations.append(QJsonObject{{QStringLiteral("resolution"), r},
+                                                    {QStringLiteral("paper"), p},
+                                                    {QStringLiteral("ink"), i}});
+            }
+        }
+        QCOMPARE(combinations.size(), 4096);
+        const QJsonObject document{
+            {QStringLiteral("format"), QStringLiteral("BexPrinterDescription")},
+            {QStringLiteral("formatVersion"), 1},
+            {QStringLiteral("driverName"), QStringLiteral("Full")},
+            {QStringLiteral("modeId"), 0},
+            {QStringLiteral("enums"),
+             QJsonArray{enumItem(1, QStringLiteral("resolution"), 16),
+                        enumItem(2, QStringLiteral("paper"), 16), enumItem(3, QStringLiteral("ink"), 17)}},
+            {QStringLiteral("channels"), QJsonArray{QJsonObject{{QStringLiteral("name"), QStringLiteral("K")},
+                                                                {QStringLiteral("density"), 0.0},
+                                                                {QStringLiteral("maxInk"), 1.0},
+                                                                {QStringLiteral("order"), 0},
+                                                                {QStringLiteral("on"), true}}}},
+            {QStringLiteral("combinations"), combinations}};
+        const QString file = QStringLiteral("dtp/driver/full.prs");
+        QVERIFY(TestAppDir::writeFile(file, QJsonDocument(document).toJson()));
+        const printerInfoItem *item =
+            handler_->AddPrinterDriverPrs(local(TestAppDir::filePath(file)).c_str(), 0);
+        QVERIFY(item);
+        const QString id = text(item->piiId);
+        QVERIFY(select(id));
+        printerIccColorInfo icc{};
+        std::strcpy(icc.iccFilePath_OUTPUT, "BexUV2513_Glass_720x900.icc");
+
+        // The selected values, the last of each, name a combination the file
+        // does not hold.
+        QVERIFY(!handler_->GetIccSettingInfo());
+        QVERIFY(!handler_->SetIccSettingInfo(&icc));
+        QVERIFY(!handler_->GetIccSettingInfo());
+
+        // A combination the file holds takes ICC settings, and the file stays
+        // one that can be selected again.
+        QVERIFY(handler_->SetEnumItem(1, 0));
+        QVERIFY(handler_->SetEnumItem(2, 0));
+        QVERIFY(handler_->SetEnumItem(3, 0));
+        QVERIFY(handler_->SetIccSettingInfo(&icc));
+        QVERIFY(handler_->CommitPrinterDriverPrs(0));
+        restartHandler();
+        QVERIFY(select(id));
+        QCOMPARE(text(handler_->GetIccSettingInfo()->iccFilePath_OUTPUT),
+                 QStringLiteral("BexUV2513_Glass_720x900.icc"));
     }
 
     void settersRefuseBadRecords()
