@@ -96,11 +96,6 @@ void PrinterDriverManager::unload()
     BEX_DEBUG(lcManager) << "DestroyUIPrintParamsHandler done";
 }
 
-void PrinterDriverManager::setHandler(IUIPrintParamsHandler *handler)
-{
-    handler_ = handler;
-}
-
 QVector<PrinterDriverManager::DriverInfoPtr> PrinterDriverManager::obtainInstalledDrivers()
 {
     QVector<DriverInfoPtr> result;

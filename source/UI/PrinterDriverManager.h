@@ -60,9 +60,6 @@ public:
     QString defaultDriverId() const { return defaultDriverId_; }
 
     IUIPrintParamsHandler *getHandler() const { return handler_; }
-    // Puts another handler in place. The manager frees the handler it holds
-    // only in unload(); call unload() first to free the current one.
-    void setHandler(IUIPrintParamsHandler *handler);
 
 private:
     PrinterDriverManager();

@@ -15,7 +15,28 @@ QString text(const char *value)
 {
     return value ? QString::fromLocal8Bit(value) : QStringLiteral("<null>");
 }
+
+FakePrintParamsHandler *nextHandler = nullptr;
 } // namespace
+
+void FakePrintParamsHandler::setNextHandler(FakePrintParamsHandler *handler)
+{
+    nextHandler = handler;
+}
+
+extern "C" {
+IUIPrintParamsHandler *CreateUIPrintParamsHandler()
+{
+    FakePrintParamsHandler *handler = nextHandler;
+    nextHandler = nullptr;
+    return handler;
+}
+
+void DestroyUIPrintParamsHandler(IUIPrintParamsHandler *handler)
+{
+    delete handler;
+}
+}
 
 FakePrintParamsHandler::~FakePrintParamsHandler()
 {

@@ -63,4 +63,11 @@ public:
     bool GetSelectEnumItemDpi(std::int32_t index, std::uint32_t &x, std::uint32_t &y) override;
     printerInkOrderInfo *GetInkOrderInfo() override;
     bool SetInkOrderInfo(const printerInkOrderInfo *info) override;
+
+    // The test executable defines the library's two exports itself, so the
+    // manager gets its handlers from here: CreateUIPrintParamsHandler hands
+    // out the handler given last (null once it has been handed out, which
+    // is how a library that cannot make a handler answers), and
+    // DestroyUIPrintParamsHandler deletes it.
+    static void setNextHandler(FakePrintParamsHandler *handler);
 };

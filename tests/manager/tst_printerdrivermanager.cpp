@@ -83,22 +83,27 @@ private slots:
     void initTestCase()
     {
         QVERIFY(prsDir_.isValid());
-        // The first use creates the manager with the real library; the tests
-        // below replace that handler with the fake.
-        manager()->unload();
+        LogCapture log;
+        // The first use creates the manager; no handler is on offer yet, so
+        // it stays empty without asking for the driver list.
         QVERIFY(!manager()->getHandler());
+        QVERIFY(log.contains(QtCriticalMsg, QStringLiteral("CreateUIPrintParamsHandler failed")));
+        QVERIFY(!log.contains(QtDebugMsg, QStringLiteral("GetAllPrinterDriverList begin")));
     }
 
+    // Every test gets a fresh fake handler through unload() and load(), the
+    // way the host's uninitialise and initialise calls replace the handler.
     void init()
     {
         fake_ = new FakePrintParamsHandler;
-        manager()->setHandler(fake_);
+        FakePrintParamsHandler::setNextHandler(fake_);
+        QVERIFY(manager()->load());
+        QCOMPARE(manager()->getHandler(), static_cast<IUIPrintParamsHandler *>(fake_));
     }
 
     void cleanup()
     {
-        manager()->setHandler(nullptr);
-        delete fake_;
+        manager()->unload();
         fake_ = nullptr;
     }
 
@@ -464,18 +469,36 @@ private slots:
 
         QVERIFY(destroyed);
         QVERIFY(!manager()->getHandler());
-        fake_ = nullptr;     // freed by the library
+        fake_ = nullptr;     // freed through DestroyUIPrintParamsHandler
         manager()->unload(); // nothing held: nothing happens
 
+        auto *next = new FakePrintParamsHandler;
+        FakePrintParamsHandler::setNextHandler(next);
         QVERIFY(manager()->load());
-        QVERIFY(manager()->getHandler());
+        QCOMPARE(manager()->getHandler(), static_cast<IUIPrintParamsHandler *>(next));
+        // A new handler does not list the drivers again.
+        QVERIFY(next->calls.isEmpty());
         manager()->unload();
         QVERIFY(!manager()->getHandler());
     }
 
+    void loadFailsWhenTheLibraryCannotMakeAHandler()
+    {
+        manager()->unload();
+        fake_ = nullptr;
+        LogCapture log;
+
+        QVERIFY(!manager()->load());
+
+        QVERIFY(!manager()->getHandler());
+        QVERIFY(log.contains(QtCriticalMsg, QStringLiteral("CreateUIPrintParamsHandler failed")));
+    }
+
     void operationsWithoutHandlerFailCleanly()
     {
-        manager()->setHandler(nullptr);
+        manager()->unload();
+        fake_ = nullptr;
+        QVERIFY(!manager()->getHandler());
         quint32 x = 5;
         quint32 y = 5;
         QStringList names{QStringLiteral("stale")};
@@ -488,7 +511,6 @@ private slots:
         QVERIFY(!manager()->getDefaultDriverDpi(x, y));
         QVERIFY(manager()->getDefaultSpotColorSampleNameList(names));
         QVERIFY(names.isEmpty());
-        QVERIFY(fake_->calls.isEmpty());
     }
 };
 
