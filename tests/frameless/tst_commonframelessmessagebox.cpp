@@ -229,7 +229,9 @@ void CommonFramelessMessageBoxTest::box_showsTitleTextIconAndOnlyCloseButton()
     bool closeVisible = false;
     bool textVisible = false;
     bool resizable = true;
+    QVariant boxProperty;
     whenMessageBoxShown([&](QWidget *box) {
+        boxProperty = box->property("framelessMessageBox");
         auto *icon = box->findChild<QLabel *>(QStringLiteral("framelessMessageBox_labelIcon"));
         shownIcon = icon->pixmap(Qt::ReturnByValue).toImage().convertToFormat(QImage::Format_ARGB32);
         shownTitle = box->findChild<QLabel *>(QStringLiteral("framelessTitleBar_labelText"))->text();
@@ -256,6 +258,7 @@ void CommonFramelessMessageBoxTest::box_showsTitleTextIconAndOnlyCloseButton()
         CommonFramelessMessageBox::error(nullptr, title, text, QStringLiteral("是"), QStringLiteral("否"));
         break;
     }
+    QCOMPARE(boxProperty, QVariant(true));
     QCOMPARE(shownIcon, expected);
     QCOMPARE(shownTitle, title);
     QCOMPARE(shownText, text);
