@@ -1,4 +1,4 @@
-# bex_add_qtest(<name> SOURCES <files...> [LIBRARIES <targets...>] [APP_DIR_SETUP <function>])
+# bex_add_qtest(<name> SOURCES <files...> [LIBRARIES <targets...>])
 #
 # Adds one Qt Test executable and registers it with CTest. Every test
 # executable is built into a folder of its own under tests-apps/, which is

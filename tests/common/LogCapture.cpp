@@ -65,11 +65,15 @@ void LogCapture::handler(QtMsgType type, const QMessageLogContext &context, cons
     QtMessageHandler forward = nullptr;
     {
         QMutexLocker lock(&captureMutex);
-        if (activeCapture) {
-            activeCapture->entries_.append({type, QString::fromUtf8(context.category),
-                                            QString::fromUtf8(context.file), context.line,
-                                            QString::fromUtf8(context.function), message});
-            forward = activeCapture->previous_;
+        // Every capture alive records the line: a capture made inside
+        // another one does not hide the line from the outer one. The line is
+        // then passed to the handler that was installed before the outermost
+        // capture; the handlers in between are this function again.
+        const Entry entry{type,         QString::fromUtf8(context.category), QString::fromUtf8(context.file),
+                          context.line, QString::fromUtf8(context.function), message};
+        for (LogCapture *capture = activeCapture; capture; capture = capture->outer_) {
+            capture->entries_.append(entry);
+            forward = capture->previous_;
         }
     }
     if (forward)

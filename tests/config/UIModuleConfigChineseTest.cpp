@@ -50,12 +50,7 @@ void UIModuleConfigChineseTest::choosingChineseLoadsItsEmptyTranslation()
 
 void UIModuleConfigChineseTest::textsStayChineseAfterChoosingChinese_data()
 {
-    QTest::addColumn<QByteArray>("context");
-    QTest::addColumn<QString>("source");
-    for (const TranslationEntry &entry : englishTranslationTable()) {
-        QTest::addRow("%s: %s", entry.context, qPrintable(entry.source))
-            << QByteArray(entry.context) << entry.source;
-    }
+    addSourceTextRows();
 }
 
 void UIModuleConfigChineseTest::textsStayChineseAfterChoosingChinese()

@@ -32,12 +32,7 @@ void UIModuleConfigInitialTest::noTranslatorExistsBeforeFirstChoice()
 
 void UIModuleConfigInitialTest::sourceTextsAreShownBeforeFirstChoice_data()
 {
-    QTest::addColumn<QByteArray>("context");
-    QTest::addColumn<QString>("source");
-    for (const TranslationEntry &entry : englishTranslationTable()) {
-        QTest::addRow("%s: %s", entry.context, qPrintable(entry.source))
-            << QByteArray(entry.context) << entry.source;
-    }
+    addSourceTextRows();
 }
 
 void UIModuleConfigInitialTest::sourceTextsAreShownBeforeFirstChoice()

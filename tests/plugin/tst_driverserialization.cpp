@@ -17,6 +17,40 @@ const char exampleDocument[] =
 
 const char sourceFile[] = "source/BexRipEngineDriverUI_RipServer_p";
 
+// Function names as the compiler spells them in log lines (Q_FUNC_INFO).
+#ifdef _MSC_VER
+const char serializeFunction[] = "class QByteArray __cdecl BexRipEngineDriverUI_RipServer::serialize("
+                                 "const class QSharedPointer<struct IRipEngine::IDriver> &)";
+const char unserializeFunction[] = "class QSharedPointer<struct IRipEngine::IDriver> __cdecl "
+                                   "BexRipEngineDriverUI_RipServer::unserialize(const class QByteArray &)";
+const char getRipEngineDriverFunction[] =
+    "class QSharedPointer<struct IRipEngine::IDriver> __cdecl "
+    "BexRipEngineDriverUI_RipServer::getRipEngineDriver("
+    "const class QSharedPointer<class IRipEngineDriverUI::DriverInfo> &)";
+#else
+const char serializeFunction[] = "virtual QByteArray BexRipEngineDriverUI_RipServer::serialize(const "
+                                 "QSharedPointer<IRipEngine::IDriver>&)";
+const char unserializeFunction[] = "virtual QSharedPointer<IRipEngine::IDriver> "
+                                   "BexRipEngineDriverUI_RipServer::unserialize(const QByteArray&)";
+const char getRipEngineDriverFunction[] = "virtual QSharedPointer<IRipEngine::IDriver> "
+                                          "BexRipEngineDriverUI_RipServer::getRipEngineDriver("
+                                          "const QSharedPointer<IRipEngineDriverUI::DriverInfo>&)";
+#endif
+
+// The one line the log holds: its level, exact text, source file and
+// function.
+void verifyOnlyLine(const LogCapture &log, QtMsgType type, const QString &message, const char *function)
+{
+    const QList<LogCapture::Entry> entries = log.entries();
+    QVERIFY2(entries.size() == 1, qPrintable(log.dump()));
+    const LogCapture::Entry &entry = entries.first();
+    QCOMPARE(entry.type, type);
+    QCOMPARE(entry.message, message);
+    QCOMPARE(entry.file, QString::fromLatin1(sourceFile));
+    QCOMPARE(entry.function, QString::fromLatin1(function));
+    QCOMPARE(entry.category, QStringLiteral("bex.driverui.plugin"));
+}
+
 // A driver or driver information of another engine module.
 const wchar_t foreignKind[] = L"OtherRipEngine";
 
@@ -122,11 +156,8 @@ void DriverSerializationTest::serializeRefusesForeignKind()
     LogCapture log;
     BexRipEngineDriverUI_RipServer module;
     QVERIFY(module.serialize(QSharedPointer<ForeignDriver>::create()).isEmpty());
-    const auto lines = log.find(QtCriticalMsg, QStringLiteral("kind is different! check your code"));
-    QCOMPARE(lines.size(), 1);
-    QCOMPARE(lines.first().file, QString::fromLatin1(sourceFile));
-    QVERIFY2(lines.first().function.contains(QStringLiteral("BexRipEngineDriverUI_RipServer::serialize")),
-             qPrintable(lines.first().function));
+    verifyOnlyLine(log, QtCriticalMsg, QStringLiteral("kind is different! check your code"),
+                   serializeFunction);
 }
 
 void DriverSerializationTest::unserializeOfEmptyInputIsNullAndSilent()
@@ -147,11 +178,8 @@ void DriverSerializationTest::unserializeRefusesSyntaxErrorWithItsCode()
     QVERIFY(expected.error != QJsonParseError::NoError);
 
     QVERIFY(module.unserialize(broken).isNull());
-    const auto lines = log.find(QtCriticalMsg, QStringLiteral("解析错误 - 原因:"));
-    QCOMPARE(lines.size(), 1);
-    QCOMPARE(lines.first().message, QStringLiteral("解析错误 - 原因: %1").arg(int(expected.error)));
-    QCOMPARE(lines.first().file, QString::fromLatin1(sourceFile));
-    QVERIFY(lines.first().function.contains(QStringLiteral("BexRipEngineDriverUI_RipServer::unserialize")));
+    verifyOnlyLine(log, QtCriticalMsg, QStringLiteral("解析错误 - 原因: %1").arg(int(expected.error)),
+                   unserializeFunction);
 }
 
 void DriverSerializationTest::unserializeRefusesWhitespaceOnlyAsParseError()
@@ -162,6 +190,7 @@ void DriverSerializationTest::unserializeRefusesWhitespaceOnlyAsParseError()
     BexRipEngineDriverUI_RipServer module;
     QVERIFY(module.unserialize(QByteArray("  \n ")).isNull());
     QCOMPARE(log.count(QtCriticalMsg, QStringLiteral("解析错误 - 原因:")), 1);
+    QCOMPARE(log.count(QtCriticalMsg, QStringLiteral("解析的json为空")), 0);
 }
 
 void DriverSerializationTest::unserializeRefusesWrongVersion_data()
@@ -183,10 +212,16 @@ void DriverSerializationTest::unserializeRefusesWrongVersion()
     LogCapture log;
     BexRipEngineDriverUI_RipServer module;
     QVERIFY(module.unserialize(document).isNull());
-    const auto lines = log.find(QtWarningMsg, QStringLiteral("版本不匹配"));
-    QCOMPARE(lines.size(), 1);
-    QCOMPARE(lines.first().file, QString::fromLatin1(sourceFile));
-    QCOMPARE(log.count(QtCriticalMsg, QString()), 0);
+    // The trace of the meta data comes first, then the refusal.
+    const QList<LogCapture::Entry> entries = log.entries();
+    QVERIFY2(entries.size() == 2, qPrintable(log.dump()));
+    QCOMPARE(entries.at(0).type, QtDebugMsg);
+    QVERIFY(entries.at(0).message.startsWith(QStringLiteral("metaType:")));
+    const LogCapture::Entry &refusal = entries.at(1);
+    QCOMPARE(refusal.type, QtWarningMsg);
+    QCOMPARE(refusal.message, QStringLiteral("版本不匹配"));
+    QCOMPARE(refusal.file, QString::fromLatin1(sourceFile));
+    QCOMPARE(refusal.function, QString::fromLatin1(unserializeFunction));
 }
 
 void DriverSerializationTest::unserializeRefusesTypeMismatch_data()
@@ -210,9 +245,17 @@ void DriverSerializationTest::unserializeRefusesTypeMismatch()
     LogCapture log;
     BexRipEngineDriverUI_RipServer module;
     QVERIFY(module.unserialize(document).isNull());
-    QCOMPARE(log.count(QtCriticalMsg, QStringLiteral("类型不匹配")), 1);
-    QCOMPARE(log.count(QtCriticalMsg, QStringLiteral("解析错误")), 0);
-    QCOMPARE(log.count(QtCriticalMsg, QStringLiteral("解析的json为空")), 0);
+    // The trace of the meta data comes first, then the refusal; neither a
+    // parse error nor an empty document is reported.
+    const QList<LogCapture::Entry> entries = log.entries();
+    QVERIFY2(entries.size() == 2, qPrintable(log.dump()));
+    QCOMPARE(entries.at(0).type, QtDebugMsg);
+    QVERIFY(entries.at(0).message.startsWith(QStringLiteral("metaType:")));
+    const LogCapture::Entry &refusal = entries.at(1);
+    QCOMPARE(refusal.type, QtCriticalMsg);
+    QCOMPARE(refusal.message, QStringLiteral("类型不匹配"));
+    QCOMPARE(refusal.file, QString::fromLatin1(sourceFile));
+    QCOMPARE(refusal.function, QString::fromLatin1(unserializeFunction));
 }
 
 void DriverSerializationTest::unserializeWithoutInfoGivesModeZeroAndEmptyPath()
@@ -243,10 +286,9 @@ void DriverSerializationTest::unserializeLogsTheMetaData()
     LogCapture log;
     BexRipEngineDriverUI_RipServer module;
     QVERIFY(!module.unserialize(QByteArray(exampleDocument)).isNull());
-    const auto lines = log.find(QtDebugMsg, QStringLiteral("metaType:"));
-    QCOMPARE(lines.size(), 1);
-    QCOMPARE(lines.first().message,
-             QStringLiteral("metaType: \"BexRipEngine_RipServer\" mainVersion: 1 subVersion: 0"));
+    verifyOnlyLine(log, QtDebugMsg,
+                   QStringLiteral("metaType: \"BexRipEngine_RipServer\" mainVersion: 1 subVersion: 0"),
+                   unserializeFunction);
 }
 
 void DriverSerializationTest::getRipEngineDriverOfNullIsNull()
@@ -264,9 +306,8 @@ void DriverSerializationTest::getRipEngineDriverRefusesForeignKind()
     auto info = QSharedPointer<ForeignDriverInfo>::create();
     info->prsFilePath = QStringLiteral("x.prs");
     QVERIFY(module.getRipEngineDriver(info).isNull());
-    const auto lines = log.find(QtCriticalMsg, QStringLiteral("kind is different! check your code"));
-    QCOMPARE(lines.size(), 1);
-    QVERIFY(lines.first().function.contains(QStringLiteral("getRipEngineDriver")));
+    verifyOnlyLine(log, QtCriticalMsg, QStringLiteral("kind is different! check your code"),
+                   getRipEngineDriverFunction);
 }
 
 void DriverSerializationTest::getRipEngineDriverCopiesPathAndModeId()

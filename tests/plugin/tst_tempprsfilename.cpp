@@ -16,6 +16,7 @@ class TempPrsFileNameTest : public QObject
     Q_OBJECT
 
 private slots:
+    void initTestCase();
     void nameIsTimeProcessAndSequenceUnderBinDir();
     void backslashesBecomeSlashes();
     void twoNamesInTheSameMillisecondDiffer();
@@ -35,6 +36,16 @@ QRegularExpressionMatch matchName(const QString &path, const QString &dir)
 }
 
 } // namespace
+
+void TempPrsFileNameTest::initTestCase()
+{
+    // The first name of the process carries sequence number 0: the counter
+    // is read before it is incremented.
+    const QString dir = QStringLiteral("/first/");
+    const QRegularExpressionMatch first = matchName(makeTempPrsFilePath(dir), dir);
+    QVERIFY(first.hasMatch());
+    QCOMPARE(first.captured(3), QStringLiteral("0"));
+}
 
 void TempPrsFileNameTest::nameIsTimeProcessAndSequenceUnderBinDir()
 {

@@ -1,5 +1,7 @@
 #include "TranslationTable.h"
 
+#include <QtTest>
+
 const QList<TranslationEntry> &englishTranslationTable()
 {
     static const QList<TranslationEntry> table{
@@ -113,4 +115,14 @@ const QList<TranslationEntry> &englishTranslationTable()
         {"QObject", QStringLiteral("请选择默认打印机"), QStringLiteral("Select default printer")},
     };
     return table;
+}
+
+void addSourceTextRows()
+{
+    QTest::addColumn<QByteArray>("context");
+    QTest::addColumn<QString>("source");
+    for (const TranslationEntry &entry : englishTranslationTable()) {
+        QTest::addRow("%s: %s", entry.context, qPrintable(entry.source))
+            << QByteArray(entry.context) << entry.source;
+    }
 }

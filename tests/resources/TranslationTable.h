@@ -15,3 +15,7 @@ struct TranslationEntry
 };
 
 const QList<TranslationEntry> &englishTranslationTable();
+
+// For a data-driven test: adds the columns "context" (QByteArray) and
+// "source" (QString) and one row per entry of the table.
+void addSourceTextRows();
