@@ -707,29 +707,34 @@ bool PrinterDriverPackageHelper::importPackage(const QString &packageFilePath, Q
     QStringList overwritten;
     QSet<QString> checkedFolders;
     int prsCount = 0;
+    // Files are copied in the order of their names, the same on every
+    // machine, whatever order the file system lists them in.
+    QStringList sources;
     for (const QString &folder : {QStringLiteral("bin"), QStringLiteral("driver")}) {
         QDirIterator it(topDir + folder, QDir::Files | QDir::Hidden | QDir::System,
                         QDirIterator::Subdirectories);
-        while (it.hasNext()) {
-            ImportFile file;
-            file.source = it.next();
-            file.destination = obtainDstFilePath(file.source, topDir, config->dtpDir());
-            if (file.destination.isEmpty())
-                return refuse();
-            if (!checkDestination(config->dtpDir(), file.destination, checkedFolders))
-                return refuse();
-            file.isPrs =
-                QFileInfo(file.source).suffix().compare(QLatin1String("prs"), Qt::CaseInsensitive) == 0;
-            const bool exists = nodeKind(file.destination) != NodeKind::Missing;
-            if (file.isPrs) {
-                ++prsCount;
-                if (exists)
-                    file.destination = freePrsName(file.destination);
-            } else if (exists) {
-                overwritten.append(file.destination);
-            }
-            files.append(file);
+        while (it.hasNext())
+            sources.append(it.next());
+    }
+    sources.sort();
+    for (const QString &source : qAsConst(sources)) {
+        ImportFile file;
+        file.source = source;
+        file.destination = obtainDstFilePath(file.source, topDir, config->dtpDir());
+        if (file.destination.isEmpty())
+            return refuse();
+        if (!checkDestination(config->dtpDir(), file.destination, checkedFolders))
+            return refuse();
+        file.isPrs = QFileInfo(file.source).suffix().compare(QLatin1String("prs"), Qt::CaseInsensitive) == 0;
+        const bool exists = nodeKind(file.destination) != NodeKind::Missing;
+        if (file.isPrs) {
+            ++prsCount;
+            if (exists)
+                file.destination = freePrsName(file.destination);
+        } else if (exists) {
+            overwritten.append(file.destination);
         }
+        files.append(file);
     }
     if (prsCount == 0) {
         BEX_CRITICAL(lcManager) << "此包中没有prs文件";
