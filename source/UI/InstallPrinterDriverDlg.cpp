@@ -30,12 +30,8 @@ InstallPrinterDriverDlg::InstallPrinterDriverDlg(QWidget *parent)
 {
     ui_->setupUi(this);
 
-    Qt::WindowFlags flags = windowFlags();
-    flags &= ~Qt::WindowContextHelpButtonHint;
-    setWindowFlags(flags);
-    flags = windowFlags();
-    flags &= ~Qt::WindowMinimizeButtonHint;
-    setWindowFlags(flags);
+    setWindowFlags(windowFlags() & ~Qt::WindowContextHelpButtonHint);
+    setWindowFlags(windowFlags() & ~Qt::WindowMinimizeButtonHint);
     setupFramelessTitleBar(ui_->titleBarLayout_);
 
     initialize();

@@ -14,6 +14,8 @@
 #include <QFileDialog>
 #include <QFileInfo>
 
+#include <utility>
+
 namespace {
 
 // Every row keeps its driver's id and its shown name without the default
@@ -36,12 +38,8 @@ PrinterDriverManagerDlg::PrinterDriverManagerDlg(QWidget *parent)
 {
     ui_->setupUi(this);
 
-    Qt::WindowFlags flags = windowFlags();
-    flags &= ~Qt::WindowContextHelpButtonHint;
-    setWindowFlags(flags);
-    flags = windowFlags();
-    flags &= ~Qt::WindowMinimizeButtonHint;
-    setWindowFlags(flags);
+    setWindowFlags(windowFlags() & ~Qt::WindowContextHelpButtonHint);
+    setWindowFlags(windowFlags() & ~Qt::WindowMinimizeButtonHint);
     setupFramelessTitleBar(ui_->titleBarLayout_);
 
     initialize();
@@ -68,36 +66,24 @@ void PrinterDriverManagerDlg::initialize()
     if (ui_->listWidget_->count() > 0)
         ListItems::select(ui_->listWidget_, defaultItem_ ? defaultItem_ : ui_->listWidget_->item(0));
 
-    const QList<QPushButton *> buttons = {ui_->btn_installPrinterDriver_,
-                                          ui_->btn_delPrinterDriver_,
-                                          ui_->btn_printerDriverProperty_,
-                                          ui_->btn_setDefaultPrinterDriver_,
-                                          ui_->btn_modifyDriverShowName_,
-                                          ui_->btn_installCustomizedPrinterDriver_,
-                                          ui_->btn_importDriverPackage_,
-                                          ui_->btn_exportDriverPackage_,
-                                          ui_->btn_quit_};
-    for (QPushButton *button : buttons)
+    // The eight operations and quit: styled alike, each on its own slot.
+    using Slot = void (PrinterDriverManagerDlg::*)();
+    const std::pair<QPushButton *, Slot> operations[] = {
+        {ui_->btn_installPrinterDriver_, &PrinterDriverManagerDlg::on_installPrinterDriver},
+        {ui_->btn_delPrinterDriver_, &PrinterDriverManagerDlg::on_delPrinterDriver},
+        {ui_->btn_printerDriverProperty_, &PrinterDriverManagerDlg::on_printerDriverProperty},
+        {ui_->btn_setDefaultPrinterDriver_, &PrinterDriverManagerDlg::on_setDefaultPrinterDriver},
+        {ui_->btn_modifyDriverShowName_, &PrinterDriverManagerDlg::on_modifyDriverShowName},
+        {ui_->btn_installCustomizedPrinterDriver_,
+         &PrinterDriverManagerDlg::on_installCustomizedPrinterDriver},
+        {ui_->btn_importDriverPackage_, &PrinterDriverManagerDlg::on_importDriverPackage},
+        {ui_->btn_exportDriverPackage_, &PrinterDriverManagerDlg::on_exportDriverPackage},
+        {ui_->btn_quit_, &PrinterDriverManagerDlg::on_quit}};
+    for (const auto &[button, slot] : operations)
         button->setProperty("defaultStyle_normal", true);
     ui_->btn_quit_->setDefault(true);
-
-    connect(ui_->btn_installPrinterDriver_, &QPushButton::clicked, this,
-            &PrinterDriverManagerDlg::on_installPrinterDriver);
-    connect(ui_->btn_delPrinterDriver_, &QPushButton::clicked, this,
-            &PrinterDriverManagerDlg::on_delPrinterDriver);
-    connect(ui_->btn_printerDriverProperty_, &QPushButton::clicked, this,
-            &PrinterDriverManagerDlg::on_printerDriverProperty);
-    connect(ui_->btn_setDefaultPrinterDriver_, &QPushButton::clicked, this,
-            &PrinterDriverManagerDlg::on_setDefaultPrinterDriver);
-    connect(ui_->btn_modifyDriverShowName_, &QPushButton::clicked, this,
-            &PrinterDriverManagerDlg::on_modifyDriverShowName);
-    connect(ui_->btn_installCustomizedPrinterDriver_, &QPushButton::clicked, this,
-            &PrinterDriverManagerDlg::on_installCustomizedPrinterDriver);
-    connect(ui_->btn_importDriverPackage_, &QPushButton::clicked, this,
-            &PrinterDriverManagerDlg::on_importDriverPackage);
-    connect(ui_->btn_exportDriverPackage_, &QPushButton::clicked, this,
-            &PrinterDriverManagerDlg::on_exportDriverPackage);
-    connect(ui_->btn_quit_, &QPushButton::clicked, this, &PrinterDriverManagerDlg::on_quit);
+    for (const auto &[button, slot] : operations)
+        connect(button, &QPushButton::clicked, this, slot);
 
     ui_->btn_installCustomizedPrinterDriver_->setVisible(false);
 }
