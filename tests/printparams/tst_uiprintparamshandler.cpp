@@ -519,6 +519,143 @@ private slots:
         QCOMPARE(left.size(), 6);
     }
 
+    void inkLimitSetForOneMediumDoesNotReachAnother()
+    {
+        // Acrylic at 720x900 has ICC settings of its own but uses the
+        // driver-wide channels, as do metal and wood.
+        const QString id = install(uv2513);
+        QVERIFY(select(id));
+        QVERIFY(handler_->SetEnumItem(paperId, acrylic));
+        printerChannelColorInfo *channels = handler_->GetChannelColorInfo();
+        channels->channels[4].iciMaxInk = 0.55;
+        channels->channels[0].iciDepth = 0.75;
+        QVERIFY(handler_->SetChannelColorInfo(channels));
+
+        QVERIFY(handler_->SetEnumItem(paperId, metal));
+        QCOMPARE(handler_->GetChannelColorInfo()->channels[4].iciMaxInk, 0.9);
+        QCOMPARE(handler_->GetChannelColorInfo()->channels[0].iciDepth, 0.0);
+        QVERIFY(handler_->SetEnumItem(paperId, acrylic));
+        QCOMPARE(handler_->GetChannelColorInfo()->channels[4].iciMaxInk, 0.55);
+
+        QVERIFY(handler_->CommitPrinterDriverPrs(0));
+        restartHandler();
+        QVERIFY(select(id));
+        QCOMPARE(handler_->GetSelectEnumItem(kEnumKindPaper)->index, acrylic);
+        channels = handler_->GetChannelColorInfo();
+        QCOMPARE(channels->channels[4].iciMaxInk, 0.55);
+        QCOMPARE(channels->channels[0].iciDepth, 0.75);
+        // The ICC settings of the combination are kept beside its channels.
+        QCOMPARE(text(handler_->GetIccSettingInfo()->iccFilePath_OUTPUT),
+                 QStringLiteral("BexUV2513_Acrylic_720x900.icc"));
+        QVERIFY(handler_->SetEnumItem(paperId, wood));
+        QCOMPARE(handler_->GetChannelColorInfo()->channels[4].iciMaxInk, 0.9);
+        QVERIFY(handler_->SetEnumItem(resolutionId, 0));
+        QVERIFY(handler_->SetEnumItem(paperId, acrylic));
+        QCOMPARE(handler_->GetChannelColorInfo()->channels[4].iciMaxInk, 0.9);
+
+        // The driver-wide list in the file is the one it was.
+        const QJsonObject root =
+            QJsonDocument::fromJson(TestAppDir::readFile(QStringLiteral("dtp/driver/BexUV2513_CMYKWV.prs")))
+                .object();
+        const QJsonArray wide = root.value(QStringLiteral("channels")).toArray();
+        QCOMPARE(wide.at(4).toObject().value(QStringLiteral("maxInk")).toDouble(), 0.9);
+        QCOMPARE(wide.at(0).toObject().value(QStringLiteral("density")).toDouble(), 0.0);
+    }
+
+    void inkOrderSetForOneCombinationDoesNotReachAnother()
+    {
+        const QString id = install(uv2513);
+        QVERIFY(select(id));
+        QVERIFY(handler_->SetEnumItem(paperId, metal));
+        QVERIFY(!handler_->GetIccSettingInfo());
+        printerInkOrderInfo *inks = handler_->GetInkOrderInfo();
+        const int newOrder[] = {0, 5, 4, 3, 2, 1};
+        for (int i = 0; i < 6; ++i)
+            inks->pioiInkOrder[i] = newOrder[i];
+        inks->PioiInkOFFON[5] = 1;
+        QVERIFY(handler_->SetInkOrderInfo(inks));
+
+        QVERIFY(handler_->SetEnumItem(paperId, wood));
+        QCOMPARE(orders(handler_->GetInkOrderInfo()), (QVector<int>{1, 2, 3, 4, 0, 5}));
+        QCOMPARE(offFlags(handler_->GetInkOrderInfo()), (QVector<int>{0, 0, 0, 0, 0, 0}));
+        QVERIFY(handler_->CommitPrinterDriverPrs(0));
+        restartHandler();
+        QVERIFY(select(id));
+        QVERIFY(handler_->SetEnumItem(paperId, metal));
+
+        QCOMPARE(orders(handler_->GetInkOrderInfo()), (QVector<int>{0, 5, 4, 3, 2, 1}));
+        QCOMPARE(offFlags(handler_->GetInkOrderInfo()), (QVector<int>{0, 0, 0, 0, 0, 1}));
+        // The change gave the combination channels only, no ICC settings.
+        QVERIFY(!handler_->GetIccSettingInfo());
+        QCOMPARE(handler_->GetChannelColorInfo()->channels[4].iciMaxInk, 0.9);
+    }
+
+    void writingBackUnchangedRecordsAddsNoCombination()
+    {
+        const QString id = install(uv2513);
+        const QString file = QStringLiteral("dtp/driver/BexUV2513_CMYKWV.prs");
+        QVERIFY(select(id));
+        QVERIFY(handler_->CommitPrinterDriverPrs(0));
+        const QByteArray before = TestAppDir::readFile(file);
+        // Every combination is visited and its records written back as
+        // they came, as a dialog does when its user browses combinations.
+        for (int resolution = 0; resolution < 3; ++resolution) {
+            for (int paper = 0; paper < 4; ++paper) {
+                for (int ink = 0; ink < 2; ++ink) {
+                    QVERIFY(handler_->SetEnumItem(resolutionId, resolution));
+                    QVERIFY(handler_->SetEnumItem(paperId, paper));
+                    QVERIFY(handler_->SetEnumItem(inkId, ink));
+                    QVERIFY(handler_->SetChannelColorInfo(handler_->GetChannelColorInfo()));
+                    QVERIFY(handler_->SetInkOrderInfo(handler_->GetInkOrderInfo()));
+                    if (printerIccColorInfo *icc = handler_->GetIccSettingInfo())
+                        QVERIFY(handler_->SetIccSettingInfo(icc));
+                }
+            }
+        }
+        QVERIFY(handler_->SetEnumItem(resolutionId, 1));
+        QVERIFY(handler_->SetEnumItem(paperId, acrylic));
+        QVERIFY(handler_->SetEnumItem(inkId, 0));
+
+        QVERIFY(handler_->CommitPrinterDriverPrs(0));
+
+        QCOMPARE(TestAppDir::readFile(file), before);
+    }
+
+    void fileWithoutCombinationsLoadsAndTakesPerCombinationChanges()
+    {
+        // A description as first written by hand: driver-wide channels and
+        // no "combinations" at all.
+        QJsonObject root =
+            QJsonDocument::fromJson(TestAppDir::readFile(QStringLiteral("dtp/driver/BexUV1610_CMYKLcLm.prs")))
+                .object();
+        root.remove(QStringLiteral("combinations"));
+        const QString file = QStringLiteral("dtp/driver/plain.prs");
+        QVERIFY(TestAppDir::writeFile(file, QJsonDocument(root).toJson()));
+        const printerInfoItem *item =
+            handler_->AddPrinterDriverPrs(local(TestAppDir::filePath(file)).c_str(), 0);
+        QVERIFY(item);
+        const QString id = text(item->piiId);
+        QVERIFY(select(id));
+        QVERIFY(!handler_->GetIccSettingInfo());
+        printerChannelColorInfo *channels = handler_->GetChannelColorInfo();
+        QCOMPARE(channels->channels[1].iciMaxInk, 1.0);
+        channels->channels[1].iciMaxInk = 0.25;
+        QVERIFY(handler_->SetChannelColorInfo(channels));
+        QVERIFY(handler_->CommitPrinterDriverPrs(0));
+        restartHandler();
+        QVERIFY(select(id));
+
+        QCOMPARE(handler_->GetChannelColorInfo()->channels[1].iciMaxInk, 0.25);
+        QVERIFY(handler_->SetEnumItem(paperId, 1));
+        QCOMPARE(handler_->GetChannelColorInfo()->channels[1].iciMaxInk, 1.0);
+        const QJsonArray combinations = QJsonDocument::fromJson(TestAppDir::readFile(file))
+                                            .object()
+                                            .value(QStringLiteral("combinations"))
+                                            .toArray();
+        QCOMPARE(combinations.size(), 1);
+        QVERIFY(!combinations.at(0).toObject().contains(QStringLiteral("icc")));
+    }
+
     void uncommittedEditsAreDroppedBySelectingAgain()
     {
         const QString id = install(uv1610);
@@ -623,6 +760,18 @@ private slots:
         QVERIFY(!handler_->GetIccSettingInfo());
         QVERIFY(!handler_->SetIccSettingInfo(&icc));
         QVERIFY(!handler_->GetIccSettingInfo());
+        // Channels and ink order written back unchanged need no room; a
+        // change would need a combination of its own and is refused.
+        printerChannelColorInfo *channels = handler_->GetChannelColorInfo();
+        QVERIFY(handler_->SetChannelColorInfo(channels));
+        channels->channels[0].iciMaxInk = 0.5;
+        QVERIFY(!handler_->SetChannelColorInfo(channels));
+        QCOMPARE(handler_->GetChannelColorInfo()->channels[0].iciMaxInk, 1.0);
+        printerInkOrderInfo *inks = handler_->GetInkOrderInfo();
+        QVERIFY(handler_->SetInkOrderInfo(inks));
+        inks->PioiInkOFFON[0] = 1;
+        QVERIFY(!handler_->SetInkOrderInfo(inks));
+        QCOMPARE(offFlags(handler_->GetInkOrderInfo()), QVector<int>{0});
 
         // A combination the file holds takes ICC settings, and the file stays
         // one that can be selected again.
