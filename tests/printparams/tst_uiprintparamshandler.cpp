@@ -275,17 +275,19 @@ private slots:
 
         handler_->GetAllEnumItemList(items);
 
-        QCOMPARE(int(items.size()), 6);
+        QCOMPARE(int(items.size()), 10);
         QStringList keys;
         QVector<std::uint32_t> ids;
         for (const printerEnumItem *item : items) {
             keys << text(item->key);
             ids << item->enumId;
         }
-        QCOMPARE(keys, (QStringList{QStringLiteral("打印精度"), QStringLiteral("纸张"),
-                                    QStringLiteral("墨水"), QStringLiteral("打印方向"),
-                                    QStringLiteral("白墨模式"), QStringLiteral("羽化")}));
-        QCOMPARE(ids, (QVector<std::uint32_t>{1, 2, 3, 10, 11, 12}));
+        QCOMPARE(keys,
+                 (QStringList{QStringLiteral("打印精度"), QStringLiteral("纸张"), QStringLiteral("墨水"),
+                              QStringLiteral("打印方向"), QStringLiteral("白墨模式"), QStringLiteral("羽化"),
+                              QStringLiteral("PASS数"), QStringLiteral("喷头电压"),
+                              QStringLiteral("光油模式"), QStringLiteral("UV灯功率")}));
+        QCOMPARE(ids, (QVector<std::uint32_t>{1, 2, 3, 10, 11, 12, 15, 14, 16, 17}));
         const printerEnumItem *resolution = items.front();
         QCOMPARE(resolution->index, 1);
         QCOMPARE(resolution->valueSize, 3);
@@ -319,18 +321,25 @@ private slots:
         std::list<printerEnumItem *> items;
         handler_->GetAllEnumItemList(items);
         QStringList keys;
-        for (const printerEnumItem *item : items)
+        QVector<const printerEnumItem *> byPosition;
+        for (const printerEnumItem *item : items) {
             keys << text(item->key);
+            byPosition << item;
+        }
 
         QCOMPARE(keys,
                  (QStringList{QStringLiteral("Resolution"), QStringLiteral("Media"), QStringLiteral("Ink"),
-                              QStringLiteral("Print direction"), QStringLiteral("喷头电压")}));
+                              QStringLiteral("Print direction"), QStringLiteral("喷头电压"),
+                              QStringLiteral("Pass count"), QStringLiteral("Print speed"),
+                              QStringLiteral("UV lamp power"), QStringLiteral("Flash spitting")}));
         QCOMPARE(values(items.front()).first(), QStringLiteral("600x900 dpi 4 pass"));
         QCOMPARE(values(handler_->GetSelectEnumItem(kEnumKindPaper)),
                  (QStringList{QStringLiteral("Wood"), QStringLiteral("Ceramic tile"),
                               QStringLiteral("Leather"), QStringLiteral("Cardboard")}));
         // A setting without English texts keeps the driver's own.
-        QCOMPARE(values(items.back()), (QStringList{QStringLiteral("标准"), QStringLiteral("高")}));
+        QCOMPARE(values(byPosition.at(4)), (QStringList{QStringLiteral("标准"), QStringLiteral("高")}));
+        QCOMPARE(values(items.back()), (QStringList{QStringLiteral("Off"), QStringLiteral("While printing"),
+                                                    QStringLiteral("While idle")}));
 
         QVERIFY(select(id, 0));
         QCOMPARE(text(handler_->GetSelectEnumItem(kEnumKindPaper)->key), QStringLiteral("纸张"));
@@ -462,7 +471,43 @@ private slots:
         QCOMPARE(orders(inks).size(), 8);
         QCOMPARE(text(icc->iccFilePath_OUTPUT), QStringLiteral("BexUV3220_Wood_600x900.icc"));
         QCOMPARE(values(paper).first(), QStringLiteral("木板"));
-        QCOMPARE(int(items.size()), 5);
+        QCOMPARE(int(items.size()), 9);
+    }
+
+    void samplesCarryCommonSettingsAndAStoredInkOrder_data()
+    {
+        QTest::addColumn<QString>("sample");
+        QTest::addColumn<QVector<int>>("order");
+        QTest::newRow("UV2513") << uv2513 << QVector<int>{1, 2, 3, 4, 0, 5};
+        QTest::newRow("UV1610") << uv1610 << QVector<int>{2, 3, 4, 5, 0, 1};
+        QTest::newRow("UV3220") << uv3220 << QVector<int>{3, 2, 1, 0, 6, 7, 4, 5};
+    }
+
+    void samplesCarryCommonSettingsAndAStoredInkOrder()
+    {
+        QFETCH(QString, sample);
+        QFETCH(QVector<int>, order);
+        QVERIFY(select(install(sample)));
+        const QSet<std::uint32_t> special = {handler_->GetSelectEnumItem(kEnumKindResolution)->enumId,
+                                             handler_->GetSelectEnumItem(kEnumKindPaper)->enumId,
+                                             handler_->GetSelectEnumItem(kEnumKindInk)->enumId};
+        std::list<printerEnumItem *> items;
+        handler_->GetAllEnumItemList(items);
+        QStringList common;
+        for (const printerEnumItem *item : items) {
+            if (!special.contains(item->enumId)) {
+                common << text(item->key);
+                QVERIFY(item->valueSize >= 2);
+            }
+        }
+
+        // Print direction, pass count and head voltage on every sample, and
+        // at least two more.
+        QVERIFY2(common.size() >= 5, qPrintable(common.join(QLatin1Char(','))));
+        for (const QString &key :
+             {QStringLiteral("打印方向"), QStringLiteral("PASS数"), QStringLiteral("喷头电压")})
+            QVERIFY2(common.contains(key), qPrintable(key));
+        QCOMPARE(orders(handler_->GetInkOrderInfo()), order);
     }
 
     void committedEditsAreReadBackByANewHandler()
