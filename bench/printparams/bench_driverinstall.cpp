@@ -8,8 +8,15 @@
 // installed drivers, and a handler made on it installs the N-th driver (a
 // copy of a sample), renames it and deletes it again, many times over. The
 // median of each operation is printed beside the median of the list's write
-// alone (DriverRegistry::save() on the same list), and the difference: the
-// cost of everything but the write, which must not grow with N.
+// alone (DriverRegistry::save() on the same list: serialising the list and
+// writing it atomically), and the difference: the cost of everything but
+// the write, which must not grow with N.
+//
+// Two clocks: the thread's CPU time, which a busy machine hardly disturbs,
+// and the wall clock, which includes waiting for the disk (the atomic write
+// syncs the file) and for a processor. With BEX_BENCH_DTP set to a folder
+// (for example one on a tmpfs), "dtp/" is a link to it, taking the disk out
+// of the wall-clock figures.
 
 #include "DriverRegistry.h"
 
@@ -29,6 +36,7 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <ctime>
 #include <functional>
 #include <string>
 #include <vector>
@@ -43,21 +51,38 @@ double median(std::vector<double> values)
     return values.at(values.size() / 2);
 }
 
-// Median time of op in microseconds; between rounds, reset runs untimed.
-double timeMedian(const std::function<bool()> &op, const std::function<bool()> &reset)
+// CPU time of the calling thread in microseconds.
+double threadCpuMicroseconds()
 {
-    std::vector<double> times;
+    timespec now{};
+    clock_gettime(CLOCK_THREAD_CPUTIME_ID, &now);
+    return double(now.tv_sec) * 1e6 + double(now.tv_nsec) / 1e3;
+}
+
+struct Timing
+{
+    double cpu = 0;  // median thread CPU time, microseconds
+    double wall = 0; // median wall-clock time, microseconds
+};
+
+// Medians of op over kRounds rounds; between rounds, reset runs untimed.
+Timing timeMedian(const std::function<bool()> &op, const std::function<bool()> &reset)
+{
+    std::vector<double> cpu;
+    std::vector<double> wall;
     for (int round = 0; round < kRounds; ++round) {
         QElapsedTimer timer;
+        const double cpuStart = threadCpuMicroseconds();
         timer.start();
         const bool ok = op();
-        times.push_back(double(timer.nsecsElapsed()) / 1000.0);
+        wall.push_back(double(timer.nsecsElapsed()) / 1000.0);
+        cpu.push_back(threadCpuMicroseconds() - cpuStart);
         if (!ok || !reset()) {
             std::fprintf(stderr, "an operation failed in round %d\n", round);
             std::exit(1);
         }
     }
-    return median(times);
+    return {median(cpu), median(wall)};
 }
 
 // A list of count installed drivers in the library's list format, written
@@ -84,17 +109,33 @@ struct Figures
 {
     int installed = 0;
     qint64 listBytes = 0;
-    double write = 0;
-    double install = 0;
-    double rename = 0;
-    double remove = 0;
+    Timing write;
+    Timing install;
+    Timing rename;
+    Timing remove;
 };
+
+// Makes "dtp/" of the application directory empty, or a link to an empty
+// folder elsewhere; its path.
+QString prepareDtp()
+{
+    const QString dtp = QCoreApplication::applicationDirPath() + QStringLiteral("/dtp");
+    const QString elsewhere = qEnvironmentVariable("BEX_BENCH_DTP");
+    QFile::remove(dtp);
+    QDir(dtp).removeRecursively();
+    if (elsewhere.isEmpty())
+        return QDir().mkpath(dtp) ? dtp : QString();
+    QDir(elsewhere).removeRecursively();
+    if (!QDir().mkpath(elsewhere) || !QFile::link(elsewhere, dtp))
+        return QString();
+    return dtp;
+}
 
 bool measure(int installed, Figures &figures)
 {
-    const QString appDir = QCoreApplication::applicationDirPath();
-    QDir dtp(appDir + QStringLiteral("/dtp"));
-    if (!dtp.removeRecursively() || !dtp.mkpath(QStringLiteral("driver")))
+    const QString dtpPath = prepareDtp();
+    QDir dtp(dtpPath);
+    if (dtpPath.isEmpty() || !dtp.mkpath(QStringLiteral("driver")))
         return false;
     const QString listFile = dtp.filePath(QStringLiteral("BexUIPrintParamsProcessing.json"));
     const QString prs = dtp.filePath(QStringLiteral("driver/new.prs"));
@@ -146,18 +187,28 @@ int main(int argc, char *argv[])
     if (counts.empty())
         counts = {10, 10000};
 
-    std::printf("median of %d rounds, microseconds\n", kRounds);
-    std::printf("%9s %11s %9s | %9s %9s | %9s %9s | %9s %9s\n", "installed", "list bytes", "write", "install",
-                "- write", "rename", "- write", "delete", "- write");
+    std::vector<Figures> all;
     for (const int count : counts) {
         Figures f;
         if (!measure(count, f)) {
             std::fprintf(stderr, "could not measure with %d drivers\n", count);
             return 1;
         }
-        std::printf("%9d %11lld %9.0f | %9.0f %9.0f | %9.0f %9.0f | %9.0f %9.0f\n", f.installed,
-                    static_cast<long long>(f.listBytes), f.write, f.install, f.install - f.write, f.rename,
-                    f.rename - f.write, f.remove, f.remove - f.write);
+        all.push_back(f);
     }
+    const auto table = [&](const char *title, double Timing::*clock) {
+        std::printf("%s: median of %d rounds, microseconds\n", title, kRounds);
+        std::printf("%9s %11s %9s | %9s %9s | %9s %9s | %9s %9s\n", "installed", "list bytes", "write",
+                    "install", "- write", "rename", "- write", "delete", "- write");
+        for (const Figures &f : all) {
+            const double write = f.write.*clock;
+            std::printf("%9d %11lld %9.0f | %9.0f %9.0f | %9.0f %9.0f | %9.0f %9.0f\n", f.installed,
+                        static_cast<long long>(f.listBytes), write, f.install.*clock,
+                        f.install.*clock - write, f.rename.*clock, f.rename.*clock - write, f.remove.*clock,
+                        f.remove.*clock - write);
+        }
+    };
+    table("thread CPU time", &Timing::cpu);
+    table("wall clock", &Timing::wall);
     return 0;
 }
