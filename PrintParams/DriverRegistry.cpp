@@ -32,6 +32,44 @@ const QString keyShowName = QStringLiteral("showName");
 const QString keyPrs = QStringLiteral("prs");
 constexpr qint64 maxRegistrySize = 64 * 1024 * 1024;
 
+// Appends text as a JSON string: UTF-8, with quotes, backslashes and
+// control characters escaped.
+void appendJsonString(QByteArray &out, const QString &text)
+{
+    static const char hex[] = "0123456789abcdef";
+    out += '"';
+    const QByteArray utf8 = text.toUtf8();
+    for (const char c : utf8) {
+        const auto byte = static_cast<unsigned char>(c);
+        switch (c) {
+        case '"':
+            out += "\\\"";
+            break;
+        case '\\':
+            out += "\\\\";
+            break;
+        case '\n':
+            out += "\\n";
+            break;
+        case '\r':
+            out += "\\r";
+            break;
+        case '\t':
+            out += "\\t";
+            break;
+        default:
+            if (byte < 0x20) {
+                out += "\\u00";
+                out += hex[byte >> 4];
+                out += hex[byte & 0xf];
+            } else {
+                out += c;
+            }
+        }
+    }
+    out += '"';
+}
+
 // The reason a list file cannot be used, or nothing when it holds a list.
 std::optional<QString> readDrivers(QFile &file, QVector<InstalledDriver> &drivers)
 {
@@ -201,16 +239,34 @@ bool DriverRegistry::rename(const QString &id, const QString &showName)
 
 QByteArray DriverRegistry::serialize() const
 {
-    QJsonArray array;
+    // Written directly rather than through QJsonDocument: one buffer instead
+    // of an object per driver, so that writing a long list neither takes
+    // long nor leaves thousands of freed blocks behind for the next
+    // allocations to sort through. Indented as QJsonDocument indents, keys
+    // in alphabetical order.
+    QByteArray out;
+    out.reserve(int(bySequence_.size()) * 256 + 64);
+    out += "{\n    \"drivers\": [";
+    bool first = true;
     for (const auto &entry : bySequence_) {
         const InstalledDriver &driver = entry.second;
-        array.append(QJsonObject{{keyId, driver.id},
-                                 {keyName, driver.name},
-                                 {keyShowName, driver.showName},
-                                 {keyPrs, driver.prsPath}});
+        out += first ? "\n" : ",\n";
+        first = false;
+        out += "        {\n            \"id\": ";
+        appendJsonString(out, driver.id);
+        out += ",\n            \"name\": ";
+        appendJsonString(out, driver.name);
+        out += ",\n            \"prs\": ";
+        appendJsonString(out, driver.prsPath);
+        out += ",\n            \"showName\": ";
+        appendJsonString(out, driver.showName);
+        out += "\n        }";
     }
-    const QJsonObject root{{keyFormat, formatName}, {keyDrivers, array}};
-    return QJsonDocument(root).toJson(QJsonDocument::Indented);
+    out += first ? "]" : "\n    ]";
+    out += ",\n    \"format\": ";
+    appendJsonString(out, formatName);
+    out += "\n}\n";
+    return out;
 }
 
 bool DriverRegistry::keepDamagedFileAside()

@@ -6,11 +6,12 @@
 //
 // For each count N, the application directory's "dtp/" gets a list of N - 1
 // installed drivers, and a handler made on it installs the N-th driver (a
-// copy of a sample), renames it and deletes it again, many times over. The
-// median of each operation is printed beside the median of the list's write
-// alone (DriverRegistry::save() on the same list: serialising the list and
-// writing it atomically), and the difference: the cost of everything but
-// the write, which must not grow with N.
+// copy of a sample), renames it and deletes it again, many times over. Each
+// round times the operation and then the list's write alone: the save() of
+// a twin list of N drivers (serialising the list and writing it atomically,
+// as every change does). Printed are the medians of the operation, of the
+// write, and of the per-round difference: the cost of everything but the
+// write, which must not grow with N.
 //
 // Two clocks: the thread's CPU time, which a busy machine hardly disturbs,
 // and the wall clock, which includes waiting for the disk (the atomic write
@@ -59,30 +60,68 @@ double threadCpuMicroseconds()
     return double(now.tv_sec) * 1e6 + double(now.tv_nsec) / 1e3;
 }
 
-struct Timing
+// One clock's medians, microseconds.
+struct Medians
 {
-    double cpu = 0;  // median thread CPU time, microseconds
-    double wall = 0; // median wall-clock time, microseconds
+    double op = 0;
+    double write = 0;
+    double beyondWrite = 0; // of the per-round differences op - write
 };
 
-// Medians of op over kRounds rounds; between rounds, reset runs untimed.
-Timing timeMedian(const std::function<bool()> &op, const std::function<bool()> &reset)
+struct Timing
 {
-    std::vector<double> cpu;
-    std::vector<double> wall;
+    Medians cpu;  // thread CPU time
+    Medians wall; // wall clock
+};
+
+struct Sample
+{
+    double cpu = 0;
+    double wall = 0;
+};
+
+Sample timeOnce(const std::function<bool()> &op, bool &ok)
+{
+    QElapsedTimer timer;
+    const double cpuStart = threadCpuMicroseconds();
+    timer.start();
+    ok = op();
+    const double wall = double(timer.nsecsElapsed()) / 1000.0;
+    return {threadCpuMicroseconds() - cpuStart, wall};
+}
+
+Medians medians(const std::vector<double> &op, const std::vector<double> &write)
+{
+    std::vector<double> beyond;
+    for (std::size_t i = 0; i < op.size(); ++i)
+        beyond.push_back(op.at(i) - write.at(i));
+    return {median(op), median(write), median(beyond)};
+}
+
+// write, op and write again, each timed, in kRounds rounds; the write of a
+// round is the mean of its two, so that neither side has the warmer caches.
+// Between rounds, reset runs untimed.
+Timing timeRounds(const std::function<bool()> &op, const std::function<bool()> &write,
+                  const std::function<bool()> &reset)
+{
+    std::vector<double> opCpu, opWall, writeCpu, writeWall;
     for (int round = 0; round < kRounds; ++round) {
-        QElapsedTimer timer;
-        const double cpuStart = threadCpuMicroseconds();
-        timer.start();
-        const bool ok = op();
-        wall.push_back(double(timer.nsecsElapsed()) / 1000.0);
-        cpu.push_back(threadCpuMicroseconds() - cpuStart);
-        if (!ok || !reset()) {
+        bool opOk = false;
+        bool writeOk = false;
+        bool writeAgainOk = false;
+        const Sample before = timeOnce(write, writeOk);
+        const Sample a = timeOnce(op, opOk);
+        const Sample after = timeOnce(write, writeAgainOk);
+        opCpu.push_back(a.cpu);
+        opWall.push_back(a.wall);
+        writeCpu.push_back((before.cpu + after.cpu) / 2);
+        writeWall.push_back((before.wall + after.wall) / 2);
+        if (!opOk || !writeOk || !writeAgainOk || !reset()) {
             std::fprintf(stderr, "an operation failed in round %d\n", round);
             std::exit(1);
         }
     }
-    return {median(cpu), median(wall)};
+    return {medians(opCpu, writeCpu), medians(opWall, writeWall)};
 }
 
 // A list of count installed drivers in the library's list format, written
@@ -109,7 +148,6 @@ struct Figures
 {
     int installed = 0;
     qint64 listBytes = 0;
-    Timing write;
     Timing install;
     Timing rename;
     Timing remove;
@@ -138,10 +176,16 @@ bool measure(int installed, Figures &figures)
     if (dtpPath.isEmpty() || !dtp.mkpath(QStringLiteral("driver")))
         return false;
     const QString listFile = dtp.filePath(QStringLiteral("BexUIPrintParamsProcessing.json"));
+    const QString twinFile = dtp.filePath(QStringLiteral("twin.json"));
     const QString prs = dtp.filePath(QStringLiteral("driver/new.prs"));
     if (!writeInstalledList(listFile, dtp.filePath(QStringLiteral("driver")), installed - 1) ||
+        !writeInstalledList(twinFile, dtp.filePath(QStringLiteral("driver")), installed) ||
         !QFile::copy(QStringLiteral(BEX_SAMPLE_DRIVERS_DIR "/driver/BexUV3220_8C.prs"), prs))
         return false;
+    bex::printparams::DriverRegistry twin(twinFile);
+    if (!twin.load() || twin.size() != installed)
+        return false;
+    const auto write = [&] { return twin.save(); };
 
     IUIPrintParamsHandler *handler = CreateUIPrintParamsHandler();
     if (!handler)
@@ -159,19 +203,13 @@ bool measure(int installed, Figures &figures)
     const auto nothing = [] { return true; };
 
     figures.installed = installed;
-    figures.install = timeMedian(install, remove);
+    figures.install = timeRounds(install, write, remove);
     if (!install())
         return false;
-    figures.rename = timeMedian(rename, nothing);
-    figures.remove = timeMedian(remove, install);
+    figures.rename = timeRounds(rename, write, nothing);
+    figures.remove = timeRounds(remove, write, install);
     figures.listBytes = QFileInfo(listFile).size();
     DestroyUIPrintParamsHandler(handler);
-
-    // The write alone: the same list, written as every change writes it.
-    bex::printparams::DriverRegistry registry(listFile);
-    if (!registry.load() || registry.size() != installed)
-        return false;
-    figures.write = timeMedian([&] { return registry.save(); }, nothing);
     return true;
 }
 
@@ -196,16 +234,18 @@ int main(int argc, char *argv[])
         }
         all.push_back(f);
     }
-    const auto table = [&](const char *title, double Timing::*clock) {
-        std::printf("%s: median of %d rounds, microseconds\n", title, kRounds);
-        std::printf("%9s %11s %9s | %9s %9s | %9s %9s | %9s %9s\n", "installed", "list bytes", "write",
-                    "install", "- write", "rename", "- write", "delete", "- write");
+    const auto table = [&](const char *title, Medians Timing::*clock) {
+        std::printf("%s: medians of %d rounds, microseconds; \"beyond\" is the median of op - write\n", title,
+                    kRounds);
+        std::printf("%9s %11s | %8s %8s %8s | %8s %8s %8s | %8s %8s %8s\n", "installed", "list bytes",
+                    "install", "write", "beyond", "rename", "write", "beyond", "delete", "write", "beyond");
         for (const Figures &f : all) {
-            const double write = f.write.*clock;
-            std::printf("%9d %11lld %9.0f | %9.0f %9.0f | %9.0f %9.0f | %9.0f %9.0f\n", f.installed,
-                        static_cast<long long>(f.listBytes), write, f.install.*clock,
-                        f.install.*clock - write, f.rename.*clock, f.rename.*clock - write, f.remove.*clock,
-                        f.remove.*clock - write);
+            const Medians &i = f.install.*clock;
+            const Medians &r = f.rename.*clock;
+            const Medians &d = f.remove.*clock;
+            std::printf("%9d %11lld | %8.0f %8.0f %8.0f | %8.0f %8.0f %8.0f | %8.0f %8.0f %8.0f\n",
+                        f.installed, static_cast<long long>(f.listBytes), i.op, i.write, i.beyondWrite, r.op,
+                        r.write, r.beyondWrite, d.op, d.write, d.beyondWrite);
         }
     };
     table("thread CPU time", &Timing::cpu);

@@ -219,6 +219,23 @@ private slots:
         QCOMPARE(list().first().name, QStringLiteral("Bex UV1610 CMYK+Lc+Lm"));
     }
 
+    void shownNamesWithQuotesBackslashesAndControlCharactersSurviveARestart()
+    {
+        const QString id = install(uv1610);
+        const QString name = QStringLiteral("\"二号机\" C:\\UV\\1610\tline\nnext\x01 end");
+
+        QVERIFY(handler_->RechristenDriverShowName(local(id).c_str(), local(name).c_str()));
+        restartHandler();
+
+        QCOMPARE(list().first().showName, name);
+        const QJsonDocument json = QJsonDocument::fromJson(registryBytes());
+        const QJsonArray drivers = json.object().value(QStringLiteral("drivers")).toArray();
+        QCOMPARE(drivers.size(), 1);
+        QCOMPARE(drivers.at(0).toObject().value(QStringLiteral("showName")).toString(), name);
+        QCOMPARE(json.object().value(QStringLiteral("format")).toString(),
+                 QStringLiteral("BexInstalledPrinterDrivers"));
+    }
+
     void renamingRefusesUnknownIdsAndUnusableNames()
     {
         const QString id = install(uv1610);
