@@ -7,11 +7,12 @@
 // For each count N, the application directory's "dtp/" gets a list of N - 1
 // installed drivers, and a handler made on it installs the N-th driver (a
 // copy of a sample), renames it and deletes it again, many times over. Each
-// round times the operation and then the list's write alone: the save() of
-// a twin list of N drivers (serialising the list and writing it atomically,
-// as every change does). Printed are the medians of the operation, of the
-// write, and of the per-round difference: the cost of everything but the
-// write, which must not grow with N.
+// round times the operation between two writes alone of a twin list of N
+// drivers (DriverRegistry::save(): serialising the list and writing it
+// atomically, as every change does). Printed are the medians of the
+// operation, of the write (the mean of the round's two) and of the
+// per-round difference: the cost of everything but the write, which must
+// not grow with N.
 //
 // Two clocks: the thread's CPU time, which a busy machine hardly disturbs,
 // and the wall clock, which includes waiting for the disk (the atomic write
