@@ -127,10 +127,8 @@ void HostStyleTest::shouldDrawMessageBoxButtonTextReadablyInEveryState()
     QWidget window;
     window.setStyleSheet(HostStyle::applicationStyleSheet());
     auto *layout = new QVBoxLayout(&window);
-    // Not the default button: that one carries a frame of its own.
     auto *button = new QPushButton(QStringLiteral("WWWW"), &window);
     button->setObjectName(QStringLiteral("framelessMessageBox_btn"));
-    button->setAutoDefault(false);
     layout->addWidget(button);
     window.show();
     QVERIFY(QTest::qWaitForWindowExposed(&window));
