@@ -4,7 +4,7 @@
 # executable is built into a folder of its own under tests-apps/, which is
 # its application directory: the settings file, cache/ and dtp/ it works
 # with belong to it alone, so tests can run in parallel and never touch files
-# outside the build tree.
+# outside the build tree. The archiver link "7z" is staged there too.
 #
 # STYLED registers the same executable a second time, as <name>_styled, with
 # BEX_TEST_STYLE_SHEET=1: the application then carries the module's style
@@ -19,6 +19,7 @@ function(bex_add_qtest name)
     target_link_libraries(${name} PRIVATE Qt5::Test bex_test_support ${ARG_LIBRARIES})
     bex_target_warnings(${name})
     set_target_properties(${name} PROPERTIES RUNTIME_OUTPUT_DIRECTORY "${app_dir}")
+    bex_stage_archiver("${app_dir}" FOR_TARGET ${name})
     set(environment "QT_QPA_PLATFORM=offscreen;QT_LOGGING_RULES=bex.*.debug=true")
     add_test(NAME ${name} COMMAND ${name} WORKING_DIRECTORY "${app_dir}")
     # Runs of one executable share its application directory: one at a time.
