@@ -162,37 +162,6 @@ void FakePrintParamsHandler::setInkOrder(const std::vector<std::int32_t> &order,
     inkOrderInfo.PioiInkOFFON = inkOff.data();
 }
 
-QString FakePrintParamsHandler::describe(const printerChannelColorInfo &info)
-{
-    QStringList parts;
-    for (int i = 0; i < info.pcciChanneNum; ++i) {
-        const inkChannelInfo &c = info.channels[i];
-        parts << QStringLiteral("%1:%2:%3")
-                     .arg(text(c.iciName))
-                     .arg(c.iciDepth, 0, 'g', 17)
-                     .arg(c.iciMaxInk, 0, 'g', 17);
-    }
-    return parts.join(QLatin1Char(' '));
-}
-
-QString FakePrintParamsHandler::describe(const printerIccColorInfo &info)
-{
-    return QStringLiteral("%1,%2,%3,%4")
-        .arg(text(info.iccFilePath_RGB), text(info.iccFilePath_CMYK), text(info.iccFilePath_OUTPUT))
-        .arg(info.iccIntentType);
-}
-
-QString FakePrintParamsHandler::describe(const printerInkOrderInfo &info)
-{
-    QStringList order;
-    QStringList off;
-    for (int i = 0; i < info.pioiInkNum; ++i) {
-        order << QString::number(info.pioiInkOrder[i]);
-        off << QString::number(info.PioiInkOFFON[i]);
-    }
-    return QStringLiteral("order=%1 off=%2").arg(order.join(QLatin1Char(',')), off.join(QLatin1Char(',')));
-}
-
 void FakePrintParamsHandler::GetAllPrinterDriverList(std::list<printerInfoItem *> &list)
 {
     record(QStringLiteral("GetAllPrinterDriverList"));
@@ -299,7 +268,8 @@ printerChannelColorInfo *FakePrintParamsHandler::GetChannelColorInfo()
 
 bool FakePrintParamsHandler::SetChannelColorInfo(const printerChannelColorInfo *info)
 {
-    record(QStringLiteral("SetChannelColorInfo(%1)").arg(info ? describe(*info) : QStringLiteral("<null>")));
+    record(QStringLiteral("SetChannelColorInfo(%1)")
+               .arg(info ? RecordText::describe(*info) : QStringLiteral("<null>")));
     return setChannelResult;
 }
 
@@ -316,7 +286,8 @@ printerIccColorInfo *FakePrintParamsHandler::GetIccSettingInfo()
 
 bool FakePrintParamsHandler::SetIccSettingInfo(const printerIccColorInfo *info)
 {
-    record(QStringLiteral("SetIccSettingInfo(%1)").arg(info ? describe(*info) : QStringLiteral("<null>")));
+    record(QStringLiteral("SetIccSettingInfo(%1)")
+               .arg(info ? RecordText::describe(*info) : QStringLiteral("<null>")));
     return setIccResult;
 }
 
@@ -338,6 +309,7 @@ printerInkOrderInfo *FakePrintParamsHandler::GetInkOrderInfo()
 
 bool FakePrintParamsHandler::SetInkOrderInfo(const printerInkOrderInfo *info)
 {
-    record(QStringLiteral("SetInkOrderInfo(%1)").arg(info ? describe(*info) : QStringLiteral("<null>")));
+    record(QStringLiteral("SetInkOrderInfo(%1)")
+               .arg(info ? RecordText::describe(*info) : QStringLiteral("<null>")));
     return setInkOrderResult;
 }

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "RecordText.h"
+
 #include <IUIPrintParamsHandler.h>
 
 #include <QString>
@@ -40,11 +42,6 @@ public:
     static inkChannelInfo channel(const QString &name, double depth, double maxInk);
     void setIcc(const QString &rgb, const QString &cmyk, const QString &output, std::int32_t intent);
     void setInkOrder(const std::vector<std::int32_t> &order, const std::vector<std::int32_t> &off);
-
-    // How the setters' records are written into the call log.
-    static QString describe(const printerChannelColorInfo &info);
-    static QString describe(const printerIccColorInfo &info);
-    static QString describe(const printerInkOrderInfo &info);
 
     // The log of calls, oldest first.
     QStringList calls;

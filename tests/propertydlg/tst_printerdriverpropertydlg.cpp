@@ -127,7 +127,7 @@ QString expectedChannels(const std::vector<ChannelValues> &values)
     printerChannelColorInfo info{};
     info.channels = channels.data();
     info.pcciChanneNum = int(channels.size());
-    return FakePrintParamsHandler::describe(info);
+    return RecordText::describe(info);
 }
 
 const QString densityGrid = QStringLiteral("gridLayout_inkConcentration_");
@@ -197,9 +197,9 @@ private:
         return calls;
     }
 
-    QString channelsNow() const { return FakePrintParamsHandler::describe(fake_->channelInfo); }
-    QString iccNow() const { return FakePrintParamsHandler::describe(fake_->icc); }
-    QString inkOrderNow() const { return FakePrintParamsHandler::describe(fake_->inkOrderInfo); }
+    QString channelsNow() const { return RecordText::describe(fake_->channelInfo); }
+    QString iccNow() const { return RecordText::describe(fake_->icc); }
+    QString inkOrderNow() const { return RecordText::describe(fake_->inkOrderInfo); }
 
     // The calls of write() when every step succeeds, with the records as
     // they stand in the handler afterwards.
