@@ -46,6 +46,9 @@ constexpr int DpiIndexRole = Qt::UserRole + 1;
 constexpr int PaperIndexRole = Qt::UserRole + 2;
 constexpr int InkIndexRole = Qt::UserRole + 3;
 
+// Height up to which the other-property list grows before it scrolls.
+constexpr int MaxCommonListHeight = 320;
+
 // Text handed to the print-parameter library: local 8-bit, through a
 // standard string so that it lives for the whole call.
 std::string toLocal(const QString &text)
@@ -426,6 +429,10 @@ void PrinterDriverPropertyDlg::readEnumItems()
     BEX_DEBUG(lcDialog) << "GetAllEnumItemList end ***************";
     ui_->verLayout_Common_->addLayout(grid);
     ui_->verLayout_Common_->addStretch();
+    // The list shows whole up to a dozen rows or so and scrolls beyond; the
+    // scroll area alone would offer the height of its empty contents.
+    const int listHeight = ui_->scrollAreaWidgetContents_common_->sizeHint().height();
+    ui_->scrollArea_common_->setMinimumHeight(std::min(listHeight, MaxCommonListHeight));
 }
 
 void PrinterDriverPropertyDlg::on_advancedStateChanged(int state)

@@ -511,6 +511,7 @@ private slots:
                             FakePrintParamsHandler::channel(QStringLiteral("LC"), 0, 1),
                             FakePrintParamsHandler::channel(QStringLiteral("R"), 0, 1),
                             FakePrintParamsHandler::channel(QStringLiteral("Varnish"), 0, 1)});
+        PrinterDriverConfig::instance()->setShowInkDetail(true);
         PrinterDriverPropertyDlg dialog(driverId, nullptr);
         QCOMPARE(tabTexts(inkTabs(&dialog)), (QStringList{QStringLiteral("R"), QStringLiteral("LC"),
                                                           QStringLiteral("Varnish"), QStringLiteral("C")}));
@@ -529,6 +530,12 @@ private slots:
         QCOMPARE(panel->offBackgroundColor(), QColor(153, 153, 153));
         QCOMPARE(panel->offTextColor(), QColor(205, 205, 205));
         QVERIFY(panel->isInkSwitchEnabled());
+        // Filled before the window opened, the panel still gets the height
+        // of its tabs once it is shown.
+        dialog.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&dialog));
+        QVERIFY(panel->height() > 0);
+        QCOMPARE(panel->sizeHint().height(), inkTabs(&dialog)->sizeHint().height());
     }
 
     void open_channelAndInkCountsDiffer_rowsShownInkOrderUntouched()
