@@ -172,6 +172,27 @@ QString enumKey(const printerEnumItem *item)
     return item ? fieldText(item->key) : QString();
 }
 
+// The combo box of a common property. Its popup is a plain list view (so
+// that style sheets reach its items), made when the list is first opened: a
+// driver with dozens of properties opens without building dozens of popups.
+class CommonPropertyComboBox : public QComboBox
+{
+public:
+    using QComboBox::QComboBox;
+
+    void showPopup() override
+    {
+        if (!listViewMade_) {
+            listViewMade_ = true;
+            setView(new QListView(this));
+        }
+        QComboBox::showPopup();
+    }
+
+private:
+    bool listViewMade_ = false;
+};
+
 } // namespace
 
 PrinterDriverPropertyDlg::PrinterDriverPropertyDlg(const QString &driverId, QWidget *parent)
@@ -412,9 +433,8 @@ void PrinterDriverPropertyDlg::readEnumItems()
 
         auto *label = new QLabel(key);
         label->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
-        auto *combo = new QComboBox;
+        auto *combo = new CommonPropertyComboBox;
         combo->setFocusPolicy(Qt::StrongFocus);
-        combo->setView(new QListView(combo));
         combo->setProperty("enumId", enumId);
         const QStringList values = enumValues(*item);
         for (int i = 0; i < values.size(); ++i)
@@ -429,10 +449,17 @@ void PrinterDriverPropertyDlg::readEnumItems()
     BEX_DEBUG(lcDialog) << "GetAllEnumItemList end ***************";
     ui_->verLayout_Common_->addLayout(grid);
     ui_->verLayout_Common_->addStretch();
-    // The list shows whole up to a dozen rows or so and scrolls beyond; the
-    // scroll area alone would offer the height of its empty contents.
+}
+
+void PrinterDriverPropertyDlg::showEvent(QShowEvent *event)
+{
+    // The other-property list shows whole up to a dozen rows or so and
+    // scrolls beyond; its scroll area alone would offer the height of its
+    // contents before they were filled. Measured here, where the widgets are
+    // polished for showing anyway, so that opening the dialog stays quick.
     const int listHeight = ui_->scrollAreaWidgetContents_common_->sizeHint().height();
     ui_->scrollArea_common_->setMinimumHeight(std::min(listHeight, MaxCommonListHeight));
+    CommonFramelessDialog::showEvent(event);
 }
 
 void PrinterDriverPropertyDlg::on_advancedStateChanged(int state)

@@ -331,7 +331,12 @@ private slots:
         QCOMPARE(combos.at(0)->itemText(1), QStringLiteral("Unidirectional"));
         QCOMPARE(combos.at(0)->itemData(1).toInt(), 1);
         QCOMPARE(combos.at(0)->focusPolicy(), Qt::StrongFocus);
-        QVERIFY(qobject_cast<QListView *>(combos.at(0)->view()));
+        // The popup is a plain list view once the operator opens it.
+        dialog.show();
+        combos.at(0)->showPopup();
+        QCOMPARE(QString::fromLatin1(combos.at(0)->view()->metaObject()->className()),
+                 QStringLiteral("QListView"));
+        combos.at(0)->hidePopup();
         QCOMPARE(combos.at(1)->property("enumId").toInt(), int(passesId));
         QCOMPARE(combos.at(1)->currentText(), QStringLiteral("8"));
         QStringList labels;
