@@ -6,6 +6,7 @@
 
 #include <QAbstractButton>
 #include <QApplication>
+#include <QFile>
 #include <QFileDialog>
 #include <QPlainTextEdit>
 #include <QPointer>
@@ -133,6 +134,41 @@ inline std::unique_ptr<ModalAnswer> answerFileDialog(QWidget *owner, const QStri
         }
         chooseFile(dialog, path);
     });
+}
+
+// Chooses `path` in the open-file dialog and then answers the message box
+// that the choice brings up with the button `buttonText`.
+class FileThenBox
+{
+public:
+    FileThenBox(QWidget *owner, const QString &path, const QString &buttonText, BoxSeen *seen,
+                FileDialogSeen *fileSeen)
+    {
+        fileDialog_ = std::make_unique<ModalAnswer>(owner, [=](QWidget *modal) {
+            auto *dialog = qobject_cast<QFileDialog *>(modal);
+            if (!dialog)
+                return;
+            if (fileSeen)
+                fileSeen->caption = dialog->windowTitle();
+            box_ = answerMessageBox(modal, buttonText, seen);
+            chooseFile(dialog, path);
+        });
+    }
+
+    bool fileChosen() const { return fileDialog_->answered(); }
+    bool boxAnswered() const { return box_ && box_->answered(); }
+
+private:
+    std::unique_ptr<ModalAnswer> fileDialog_;
+    std::unique_ptr<ModalAnswer> box_;
+};
+
+// Writes a file outside the application directory (a profile the operator
+// picks from elsewhere, for example).
+inline bool writeFile(const QString &path, const QByteArray &bytes)
+{
+    QFile file(path);
+    return file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size();
 }
 
 inline QStringList tabTexts(const QTabBar *tabBar)

@@ -1009,6 +1009,19 @@ private slots:
         QCOMPARE(ini.value(QStringLiteral("windowRecord/size")).toSize(), QSize(640, 560));
     }
 
+    void okAndCancel_storeTheWindowRecordToo()
+    {
+        for (const char *button : {"btn_ok_", "btn_cancel_"}) {
+            PrinterDriverPropertyDlg dialog(driverId, nullptr);
+            dialog.show();
+            const QSize size(600 + int(qstrlen(button)), 500);
+            dialog.resize(size);
+            QTest::mouseClick(child<QPushButton>(&dialog, QLatin1String(button)), Qt::LeftButton);
+            QVERIFY(!dialog.isVisible());
+            QCOMPARE(PrinterDriverConfig::instance()->windowSize(), size);
+        }
+    }
+
     void extraOption_sectionShowsOnlyWithAJobsOption()
     {
         PrinterDriverPropertyDlg dialog(driverId, nullptr);
@@ -1030,10 +1043,7 @@ private slots:
         QTemporaryDir source;
         QVERIFY(source.isValid());
         const QString chosen = source.filePath(QStringLiteral("Vivid.icc"));
-        QFile file(chosen);
-        QVERIFY(file.open(QIODevice::WriteOnly));
-        file.write("profile");
-        file.close();
+        QVERIFY(writeFile(chosen, "profile"));
         PrinterDriverConfig::instance()->setIccOpenRootDir(source.path());
         PrinterDriverPropertyDlg dialog(driverId, nullptr);
         dialog.show();
@@ -1078,10 +1088,7 @@ private slots:
         const QString dir = PrinterDriverConfig::instance()->iccCmykDir();
         QVERIFY(QDir().mkpath(dir));
         const QString inPlace = dir + QStringLiteral("Coated.icc");
-        QFile file(inPlace);
-        QVERIFY(file.open(QIODevice::WriteOnly));
-        file.write("coated");
-        file.close();
+        QVERIFY(writeFile(inPlace, "coated"));
         PrinterDriverConfig::instance()->setIccOpenRootDir(dir);
         PrinterDriverPropertyDlg dialog(driverId, nullptr);
         dialog.show();
@@ -1116,29 +1123,20 @@ private slots:
         const QString dir = PrinterDriverConfig::instance()->iccRgbDir();
         QDir(dir).removeRecursively();
         QVERIFY(QDir().mkpath(dir));
-        for (const char *name : {"x.icc", "x_1.icc", "x_2.icc"}) {
-            QFile file(dir + QLatin1String(name));
-            QVERIFY(file.open(QIODevice::WriteOnly));
-            file.write("old");
-        }
+        for (const char *name : {"x.icc", "x_1.icc", "x_2.icc"})
+            QVERIFY(writeFile(dir + QLatin1String(name), "old"));
         QTemporaryDir source;
-        QFile file(source.filePath(QStringLiteral("x.icc")));
-        QVERIFY(file.open(QIODevice::WriteOnly));
-        file.write("new");
-        file.close();
+        const QString chosen = source.filePath(QStringLiteral("x.icc"));
+        QVERIFY(writeFile(chosen, "new"));
         PrinterDriverConfig::instance()->setIccOpenRootDir(source.path());
 
         PrinterDriverPropertyDlg dialog(driverId, nullptr);
         dialog.show();
         BoxSeen seen;
-        std::unique_ptr<ModalAnswer> box;
-        auto fileDialog = std::make_unique<ModalAnswer>(&dialog, [&](QWidget *modal) {
-            box = answerMessageBox(modal, answer, &seen);
-            chooseFile(qobject_cast<QFileDialog *>(modal), file.fileName());
-        });
+        FileThenBox user(&dialog, chosen, answer, &seen, nullptr);
         QTest::mouseClick(child<QPushButton>(&dialog, QStringLiteral("btn_selectICC_RGB_")), Qt::LeftButton);
-        QVERIFY(fileDialog->answered());
-        QVERIFY(box && box->answered());
+        QVERIFY(user.fileChosen());
+        QVERIFY(user.boxAnswered());
         QCOMPARE(seen.title, QStringLiteral("温馨提示"));
         QCOMPARE(seen.text,
                  QStringLiteral("\"x.icc\"已经存在.是否覆盖?\n(选择取消,将会将icc文件名改为\"x_3.icc\")"));
@@ -1157,26 +1155,19 @@ private slots:
         QDir(dir).removeRecursively();
         // A file where the folder should be: nothing can be copied into it.
         QVERIFY(QDir().mkpath(QFileInfo(QDir::cleanPath(dir)).absolutePath()));
-        QFile blocker(QDir::cleanPath(dir));
-        QVERIFY(blocker.open(QIODevice::WriteOnly));
-        blocker.close();
+        QVERIFY(writeFile(QDir::cleanPath(dir), QByteArray()));
         QTemporaryDir source;
-        QFile file(source.filePath(QStringLiteral("curve.icm")));
-        QVERIFY(file.open(QIODevice::WriteOnly));
-        file.close();
+        const QString chosen = source.filePath(QStringLiteral("curve.icm"));
+        QVERIFY(writeFile(chosen, "curve"));
         PrinterDriverConfig::instance()->setIccOpenRootDir(source.path());
 
         PrinterDriverPropertyDlg dialog(driverId, nullptr);
         dialog.show();
         BoxSeen seen;
-        std::unique_ptr<ModalAnswer> box;
-        auto fileDialog = std::make_unique<ModalAnswer>(&dialog, [&](QWidget *modal) {
-            box = answerMessageBox(modal, QStringLiteral("确定"), &seen);
-            chooseFile(qobject_cast<QFileDialog *>(modal), file.fileName());
-        });
+        FileThenBox user(&dialog, chosen, QStringLiteral("确定"), &seen, nullptr);
         QTest::mouseClick(child<QPushButton>(&dialog, QStringLiteral("btn_selectICC_Curve_")),
                           Qt::LeftButton);
-        QVERIFY(box && box->answered());
+        QVERIFY(user.boxAnswered());
         QCOMPARE(seen.text, QStringLiteral("拷贝icc失败"));
         QCOMPARE(child<QLineEdit>(&dialog, QStringLiteral("lineEdit_ICC_Curve_"))->text(), QString());
         QFile::remove(QDir::cleanPath(dir));
@@ -1196,10 +1187,8 @@ private slots:
     {
         QTemporaryDir dir;
         const QString base = dir.path() + QLatin1Char('/');
-        for (const char *name : {"a_1.icc", "a_2.icc"}) {
-            QFile file(base + QLatin1String(name));
-            QVERIFY(file.open(QIODevice::WriteOnly));
-        }
+        for (const char *name : {"a_1.icc", "a_2.icc"})
+            QVERIFY(writeFile(base + QLatin1String(name), QByteArray()));
         QCOMPARE(IccProfileFiles::freeAlternativeName(base, QFileInfo(QStringLiteral("/elsewhere/a.b.icc"))),
                  base + QStringLiteral("a_3.icc"));
         QCOMPARE(IccProfileFiles::freeAlternativeName(base, QFileInfo(QStringLiteral("/elsewhere/z.icm"))),

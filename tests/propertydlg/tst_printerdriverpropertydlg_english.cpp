@@ -154,28 +154,19 @@ private slots:
     {
         const QString dir = PrinterDriverConfig::instance()->iccRgbDir();
         QVERIFY(QDir().mkpath(dir));
-        QFile taken(dir + QStringLiteral("x.icc"));
-        QVERIFY(taken.open(QIODevice::WriteOnly));
-        taken.close();
+        QVERIFY(writeFile(dir + QStringLiteral("x.icc"), "taken"));
         QTemporaryDir source;
-        QFile file(source.filePath(QStringLiteral("x.icc")));
-        QVERIFY(file.open(QIODevice::WriteOnly));
-        file.close();
+        const QString chosen = source.filePath(QStringLiteral("x.icc"));
+        QVERIFY(writeFile(chosen, "chosen"));
         PrinterDriverConfig::instance()->setIccOpenRootDir(source.path());
 
         PrinterDriverPropertyDlg dialog(QStringLiteral("D1"), nullptr);
         dialog.show();
         BoxSeen seen;
         FileDialogSeen fileSeen;
-        std::unique_ptr<ModalAnswer> box;
-        auto fileDialog = std::make_unique<ModalAnswer>(&dialog, [&](QWidget *modal) {
-            box = answerMessageBox(modal, QStringLiteral("Cancel"), &seen);
-            auto *fd = qobject_cast<QFileDialog *>(modal);
-            fileSeen.caption = fd->windowTitle();
-            chooseFile(fd, file.fileName());
-        });
+        FileThenBox user(&dialog, chosen, QStringLiteral("Cancel"), &seen, &fileSeen);
         QTest::mouseClick(child<QPushButton>(&dialog, QStringLiteral("btn_selectICC_RGB_")), Qt::LeftButton);
-        QVERIFY(box && box->answered());
+        QVERIFY(user.boxAnswered());
         QCOMPARE(fileSeen.caption, QStringLiteral("icc (RGB)"));
         QCOMPARE(seen.text,
                  QStringLiteral(
