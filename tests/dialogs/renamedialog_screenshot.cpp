@@ -5,8 +5,9 @@
 
 #include "UI/ModifyPrinterDriverNameDlg.h"
 
+#include "ScreenshotSetup.h"
+
 #include <QApplication>
-#include <QFile>
 #include <QLineEdit>
 #include <QTimer>
 
@@ -15,18 +16,11 @@
 int main(int argc, char *argv[])
 {
     QApplication app(argc, argv);
-    const QStringList args = QApplication::arguments();
-    if (args.size() != 2) {
-        std::fprintf(stderr, "usage: renamedialog_screenshot <output.png>\n");
+    const QString output = ScreenshotSetup::outputArgument("renamedialog_screenshot <output.png>");
+    if (output.isEmpty())
         return 2;
-    }
-
-    QFile styleSheet(QStringLiteral(":/frameless/qss/frameless_style.qss"));
-    if (!styleSheet.open(QIODevice::ReadOnly)) {
-        std::fprintf(stderr, "cannot read the frameless style sheet\n");
+    if (!ScreenshotSetup::applyModuleStyleSheet(app))
         return 1;
-    }
-    app.setStyleSheet(QString::fromUtf8(styleSheet.readAll()));
 
     ModifyPrinterDriverNameDlg dialog(QStringLiteral("UV-2513 平板打印机 (白墨+光油)"), nullptr);
     dialog.show();
@@ -37,9 +31,9 @@ int main(int argc, char *argv[])
 
     int result = 1;
     QTimer::singleShot(0, &dialog, [&]() {
-        result = dialog.grab().save(args.at(1)) ? 0 : 1;
+        result = dialog.grab().save(output) ? 0 : 1;
         if (result != 0)
-            std::fprintf(stderr, "cannot write %s\n", qPrintable(args.at(1)));
+            std::fprintf(stderr, "cannot write %s\n", qPrintable(output));
         QApplication::quit();
     });
     QApplication::exec();

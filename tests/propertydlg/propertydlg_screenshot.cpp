@@ -10,9 +10,10 @@
 #include "UI/PrinterDriverManager.h"
 #include "UI/PrinterDriverPropertyDlg.h"
 
+#include "ScreenshotSetup.h"
+
 #include <QApplication>
 #include <QDir>
-#include <QFile>
 #include <QScrollArea>
 
 #include <cstdio>
@@ -54,17 +55,11 @@ bool shoot(const QString &driverId, const QString &path)
 int main(int argc, char *argv[])
 {
     QApplication app(argc, argv);
-    const QStringList args = QApplication::arguments();
-    if (args.size() != 2) {
-        std::fprintf(stderr, "usage: propertydlg_screenshot <output folder>\n");
+    const QString output = ScreenshotSetup::outputArgument("propertydlg_screenshot <output folder>");
+    if (output.isEmpty())
         return 2;
-    }
-    QFile styleSheet(QStringLiteral(":/frameless/qss/frameless_style.qss"));
-    if (!styleSheet.open(QIODevice::ReadOnly)) {
-        std::fprintf(stderr, "cannot read the frameless style sheet\n");
+    if (!ScreenshotSetup::applyModuleStyleSheet(app))
         return 1;
-    }
-    app.setStyleSheet(QString::fromUtf8(styleSheet.readAll()));
 
     const auto config = PrinterDriverConfig::instance();
     config->setShowIccDetail(true);
@@ -87,7 +82,7 @@ int main(int argc, char *argv[])
         ids << info->id;
     }
 
-    const QDir out(args.at(1));
+    const QDir out(output);
     bool ok = true;
     for (const char *language : {"zh", "en"}) {
         if (QLatin1String(language) == QLatin1String("en"))
