@@ -238,12 +238,16 @@ private slots:
         for (int i = 0; i < 50; ++i)
             PrinterDriverPropertyDlg warmUp(driverId_, nullptr);
         const long before = residentKiB();
-        for (int i = 0; i < 1000; ++i) {
+        QStringList steps;
+        for (int i = 1; i <= 1000; ++i) {
             PrinterDriverPropertyDlg dialog(driverId_, nullptr);
             dialog.show();
             dialog.close();
+            if (i % 250 == 0)
+                steps << QStringLiteral("%1: %2").arg(i).arg(residentKiB());
         }
         const long after = residentKiB();
+        qInfo("resident memory by cycles (KiB): %s", qPrintable(steps.join(QStringLiteral(", "))));
         qInfo("resident memory: %ld KiB after warm-up, %ld KiB after 1000 open/close cycles (%+ld KiB)",
               before, after, after - before);
         QVERIFY(before > 0);
