@@ -1,41 +1,40 @@
-// Saves a picture of the rename dialog as a user sees it, for the
-// documentation. Like a host, it applies the frameless style sheet that the
-// module carries, which draws the title bar and its close button.
+// Saves pictures of the rename dialog as a user sees it, in Chinese and in
+// English, for the documentation, with the look a host gives it.
 //   xvfb-run -a ./renamedialog_screenshot docs/screenshots/rename-dialog.png
+// writes rename-dialog.png (Chinese) and rename-dialog-en.png (English).
 
 #include "UI/ModifyPrinterDriverNameDlg.h"
 
-#include "ScreenshotSetup.h"
+#include "ScreenshotSupport.h"
 
 #include <QApplication>
 #include <QLineEdit>
-#include <QTimer>
 
 #include <cstdio>
 
 int main(int argc, char *argv[])
 {
     QApplication app(argc, argv);
-    const QString output = ScreenshotSetup::outputArgument("renamedialog_screenshot <output.png>");
-    if (output.isEmpty())
+    const QStringList args = QApplication::arguments();
+    if (args.size() != 2) {
+        std::fprintf(stderr, "usage: renamedialog_screenshot <output.png>\n");
         return 2;
-    if (!ScreenshotSetup::applyModuleStyleSheet(app))
+    }
+    if (!ScreenshotSupport::applyHostLook(app))
         return 1;
 
-    ModifyPrinterDriverNameDlg dialog(QStringLiteral("UV-2513 平板打印机 (白墨+光油)"), nullptr);
-    dialog.show();
-    if (auto *edit = dialog.findChild<QLineEdit *>(QStringLiteral("lineEdit_driverShowName_"))) {
-        edit->setFocus();
-        edit->end(false);
+    bool ok = true;
+    for (const ScreenshotSupport::Language &language : ScreenshotSupport::languages()) {
+        const QString path = ScreenshotSupport::useLanguage(language, args.at(1));
+        ModifyPrinterDriverNameDlg dialog(QStringLiteral("UV-2513 平板打印机 (白墨+光油)"), nullptr);
+        dialog.show();
+        // The name from its start, with nothing selected, as the operator
+        // finds it before typing.
+        if (auto *edit = dialog.findChild<QLineEdit *>(QStringLiteral("lineEdit_driverShowName_"))) {
+            edit->setFocus();
+            edit->home(false);
+        }
+        ok = ScreenshotSupport::saveWhenShown(&dialog, path) && ok;
     }
-
-    int result = 1;
-    QTimer::singleShot(0, &dialog, [&]() {
-        result = dialog.grab().save(output) ? 0 : 1;
-        if (result != 0)
-            std::fprintf(stderr, "cannot write %s\n", qPrintable(output));
-        QApplication::quit();
-    });
-    QApplication::exec();
-    return result;
+    return ok ? 0 : 1;
 }

@@ -1,16 +1,16 @@
 // Saves pictures of the driver property dialog as an operator sees it, one
-// per sample driver and language, for the documentation. Like a host, it
-// applies the frameless style sheet that the module carries. The sample
-// drivers are installed into the program's own application directory.
-//   xvfb-run -a ./propertydlg_screenshot docs/screenshots
-// writes property-dialog-<driver>-zh.png and property-dialog-<driver>-en.png.
+// per sample driver, in Chinese and in English, with the look a host gives
+// it. The sample drivers are installed into the program's own application
+// directory. The window is made tall enough to need no scrolling, so the
+// display must be tall:
+//   xvfb-run -a -s "-screen 0 1600x2400x24" ./propertydlg_screenshot docs/screenshots
+// writes property-dialog-<driver>.png (Chinese) and property-dialog-<driver>-en.png.
 
 #include "Config/PrinterDriverConfig.h"
-#include "Config/UIModuleConfig.h"
 #include "UI/PrinterDriverManager.h"
 #include "UI/PrinterDriverPropertyDlg.h"
 
-#include "ScreenshotSetup.h"
+#include "ScreenshotSupport.h"
 
 #include <QApplication>
 #include <QDir>
@@ -43,11 +43,7 @@ bool shoot(const QString &driverId, const QString &path)
         for (int round = 0; round < 20; ++round)
             QApplication::processEvents(QEventLoop::AllEvents, 20);
     }
-    if (!dialog.grab().save(path)) {
-        std::fprintf(stderr, "cannot write %s\n", qPrintable(path));
-        return false;
-    }
-    return true;
+    return ScreenshotSupport::saveWhenShown(&dialog, path);
 }
 
 } // namespace
@@ -55,10 +51,12 @@ bool shoot(const QString &driverId, const QString &path)
 int main(int argc, char *argv[])
 {
     QApplication app(argc, argv);
-    const QString output = ScreenshotSetup::outputArgument("propertydlg_screenshot <output folder>");
-    if (output.isEmpty())
+    const QStringList args = QApplication::arguments();
+    if (args.size() != 2) {
+        std::fprintf(stderr, "usage: propertydlg_screenshot <output folder>\n");
         return 2;
-    if (!ScreenshotSetup::applyModuleStyleSheet(app))
+    }
+    if (!ScreenshotSupport::applyHostLook(app))
         return 1;
 
     const auto config = PrinterDriverConfig::instance();
@@ -82,15 +80,12 @@ int main(int argc, char *argv[])
         ids << info->id;
     }
 
-    const QDir out(output);
+    const QDir out(args.at(1));
     bool ok = true;
-    for (const char *language : {"zh", "en"}) {
-        if (QLatin1String(language) == QLatin1String("en"))
-            UIModuleConfig::instance()->setLanguage(QLocale::English);
+    for (const ScreenshotSupport::Language &language : ScreenshotSupport::languages()) {
         for (int i = 0; i < ids.size(); ++i) {
-            const QString name = QStringLiteral("property-dialog-%1-%2.png")
-                                     .arg(QLatin1String(samples[i]), QLatin1String(language));
-            ok = shoot(ids.at(i), out.filePath(name)) && ok;
+            const QString name = QStringLiteral("property-dialog-%1.png").arg(QLatin1String(samples[i]));
+            ok = shoot(ids.at(i), ScreenshotSupport::useLanguage(language, out.filePath(name))) && ok;
         }
     }
     manager->unload();
