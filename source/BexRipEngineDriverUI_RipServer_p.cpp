@@ -163,10 +163,18 @@ QSharedPointer<IRipEngine::IDriver> BexRipEngineDriverUI_RipServer::unserialize(
         return {};
     }
 
-    auto driver = QSharedPointer<BexRipEngineDriver_RipServer>::create();
     const QJsonObject info = root.value(keyInfo).toObject();
+    const QString prsFilePath = info.value(keyPrsFilePath).toString();
+    // The path ends up in a C string when removePrsFile() deletes it: a NUL
+    // inside would cut it short and make it name another file.
+    if (prsFilePath.contains(QChar(0))) {
+        BEX_WARNING(lcPlugin) << "路径含有空字符";
+        return {};
+    }
+
+    auto driver = QSharedPointer<BexRipEngineDriver_RipServer>::create();
     driver->modeId = info.value(keyModeId).toInt(0);
-    driver->prsFilePath = info.value(keyPrsFilePath).toString().toStdWString();
+    driver->prsFilePath = prsFilePath.toStdWString();
     return driver;
 }
 

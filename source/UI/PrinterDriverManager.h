@@ -66,6 +66,9 @@ private:
     ~PrinterDriverManager();
 
     IUIPrintParamsHandler *handler_ = nullptr;
+    // Set when the constructor's attempt to make a handler failed and was
+    // logged; the next load() retries without logging the same refusal again.
+    bool refusalLogged_ = false;
     QHash<QString, DriverInfoPtr> drivers_;
     QString defaultDriverId_;
 };

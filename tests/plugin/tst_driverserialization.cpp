@@ -51,6 +51,25 @@ void verifyOnlyLine(const LogCapture &log, QtMsgType type, const QString &messag
     QCOMPARE(entry.category, QStringLiteral("bex.driverui.plugin"));
 }
 
+// unserialize() refuses document: the trace of the meta data comes first,
+// then the one refusal line.
+void verifyRefusedAfterMetaTrace(const QByteArray &document, QtMsgType type, const QString &message)
+{
+    LogCapture log;
+    BexRipEngineDriverUI_RipServer module;
+    QVERIFY(module.unserialize(document).isNull());
+    const QList<LogCapture::Entry> entries = log.entries();
+    QVERIFY2(entries.size() == 2, qPrintable(log.dump()));
+    QCOMPARE(entries.at(0).type, QtDebugMsg);
+    QVERIFY(entries.at(0).message.startsWith(QStringLiteral("metaType:")));
+    const LogCapture::Entry &refusal = entries.at(1);
+    QCOMPARE(refusal.type, type);
+    QCOMPARE(refusal.message, message);
+    QCOMPARE(refusal.file, QString::fromLatin1(sourceFile));
+    QCOMPARE(refusal.function, QString::fromLatin1(unserializeFunction));
+    QCOMPARE(refusal.category, QStringLiteral("bex.driverui.plugin"));
+}
+
 // A driver or driver information of another engine module.
 const wchar_t foreignKind[] = L"OtherRipEngine";
 
@@ -101,6 +120,8 @@ private slots:
     void unserializeRefusesTypeMismatch_data();
     void unserializeRefusesTypeMismatch();
     void unserializeWithoutInfoGivesModeZeroAndEmptyPath();
+    void unserializeRefusesPathWithNul_data();
+    void unserializeRefusesPathWithNul();
     void unserializeAcceptsAnyKeyOrderAndWhitespace();
     void unserializeLogsTheMetaData();
 
@@ -209,19 +230,28 @@ void DriverSerializationTest::unserializeRefusesWrongVersion_data()
 void DriverSerializationTest::unserializeRefusesWrongVersion()
 {
     QFETCH(QByteArray, document);
-    LogCapture log;
-    BexRipEngineDriverUI_RipServer module;
-    QVERIFY(module.unserialize(document).isNull());
-    // The trace of the meta data comes first, then the refusal.
-    const QList<LogCapture::Entry> entries = log.entries();
-    QVERIFY2(entries.size() == 2, qPrintable(log.dump()));
-    QCOMPARE(entries.at(0).type, QtDebugMsg);
-    QVERIFY(entries.at(0).message.startsWith(QStringLiteral("metaType:")));
-    const LogCapture::Entry &refusal = entries.at(1);
-    QCOMPARE(refusal.type, QtWarningMsg);
-    QCOMPARE(refusal.message, QStringLiteral("版本不匹配"));
-    QCOMPARE(refusal.file, QString::fromLatin1(sourceFile));
-    QCOMPARE(refusal.function, QString::fromLatin1(unserializeFunction));
+    verifyRefusedAfterMetaTrace(document, QtWarningMsg, QStringLiteral("版本不匹配"));
+}
+
+void DriverSerializationTest::unserializeRefusesPathWithNul_data()
+{
+    QTest::addColumn<QByteArray>("document");
+    // removePrsFile() would have deleted "D:/app/dtp/bin/keep.prs".
+    QTest::newRow("inside") << QByteArray(
+        R"({"meta":{"type":"BexRipEngine_RipServer","mainVersion":1,"subVersion":0},)"
+        R"("info":{"modeId":3,"prsFilePath":"D:/app/dtp/bin/keep.prs\u0000.temp.prs"}})");
+    QTest::newRow("at the end") << QByteArray(
+        R"({"meta":{"type":"BexRipEngine_RipServer","mainVersion":1,"subVersion":0},)"
+        R"("info":{"modeId":3,"prsFilePath":"a.temp.prs\u0000"}})");
+    QTest::newRow("alone") << QByteArray(
+        R"({"meta":{"type":"BexRipEngine_RipServer","mainVersion":1,"subVersion":0},)"
+        R"("info":{"prsFilePath":"\u0000"}})");
+}
+
+void DriverSerializationTest::unserializeRefusesPathWithNul()
+{
+    QFETCH(QByteArray, document);
+    verifyRefusedAfterMetaTrace(document, QtWarningMsg, QStringLiteral("路径含有空字符"));
 }
 
 void DriverSerializationTest::unserializeRefusesTypeMismatch_data()
@@ -242,20 +272,8 @@ void DriverSerializationTest::unserializeRefusesTypeMismatch_data()
 void DriverSerializationTest::unserializeRefusesTypeMismatch()
 {
     QFETCH(QByteArray, document);
-    LogCapture log;
-    BexRipEngineDriverUI_RipServer module;
-    QVERIFY(module.unserialize(document).isNull());
-    // The trace of the meta data comes first, then the refusal; neither a
-    // parse error nor an empty document is reported.
-    const QList<LogCapture::Entry> entries = log.entries();
-    QVERIFY2(entries.size() == 2, qPrintable(log.dump()));
-    QCOMPARE(entries.at(0).type, QtDebugMsg);
-    QVERIFY(entries.at(0).message.startsWith(QStringLiteral("metaType:")));
-    const LogCapture::Entry &refusal = entries.at(1);
-    QCOMPARE(refusal.type, QtCriticalMsg);
-    QCOMPARE(refusal.message, QStringLiteral("类型不匹配"));
-    QCOMPARE(refusal.file, QString::fromLatin1(sourceFile));
-    QCOMPARE(refusal.function, QString::fromLatin1(unserializeFunction));
+    // Neither a parse error nor an empty document is reported.
+    verifyRefusedAfterMetaTrace(document, QtCriticalMsg, QStringLiteral("类型不匹配"));
 }
 
 void DriverSerializationTest::unserializeWithoutInfoGivesModeZeroAndEmptyPath()
