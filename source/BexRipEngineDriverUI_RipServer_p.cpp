@@ -1,9 +1,17 @@
 #include "BexRipEngineDriverUI_RipServer_p.h"
 
 #include "Common/Logging.h"
+#include "Config/PrinterDriverConfig.h"
 #include "Config/UIModuleConfig.h"
+#include "FramelessWidget/Common/CommonFramelessMessageBox.h"
+#include "TempPrsFileName.h"
 #include "UI/PrinterDriverManager.h"
+#include "UI/PrinterDriverManagerDlg.h"
+#include "UI/PrinterDriverPropertyDlg.h"
 
+#include <IUIPrintParamsHandler.h>
+
+#include <QFile>
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QJsonParseError>
@@ -11,7 +19,6 @@
 #ifdef Q_OS_WIN
 #include <windows.h>
 #else
-#include <QFile>
 #include <unistd.h>
 #endif
 
@@ -69,20 +76,95 @@ void BexRipEngineDriverUI_RipServer::setLanguage(QLocale::Language language)
 bool BexRipEngineDriverUI_RipServer::showDriverManagerDlg(QWidget *parent,
                                                           ICallback_DriverManagerDlg *callback)
 {
-    Q_UNUSED(parent)
-    Q_UNUSED(callback)
-    BEX_CRITICAL(lcPlugin) << "the driver manager dialog is not built yet";
-    return false;
+    PrinterDriverManagerDlg dialog(parent);
+    // The operator's changes are already in the manager when it closes.
+    dialog.exec();
+    if (!callback)
+        return true;
+
+    PrinterDriverManager *manager = PrinterDriverManager::instance();
+    const QString driverId = manager->defaultDriverId();
+    QString showName;
+    QStringList spotColorSampleNameList;
+    if (!driverId.isEmpty()) {
+        const PrinterDriverManager::DriverInfoPtr driver = manager->findDriverInfo(driverId);
+        if (driver.isNull()) {
+            BEX_CRITICAL(lcPlugin) << "findDriverInfo failed! check your code";
+            return false;
+        }
+        showName = driver->showName;
+        // Selects the driver in the print-parameter library, so that the
+        // spot colours below are this driver's.
+        manager->setDefaultDriverId(driverId);
+        manager->getDefaultSpotColorSampleNameList(spotColorSampleNameList);
+    }
+    callback->onFinished(showName, spotColorSampleNameList);
+    return true;
 }
 
 bool BexRipEngineDriverUI_RipServer::showDriverPropertyDlg(QWidget *parent, const RipExtraOption &option,
                                                            ICallback_DriverPropertyDlg *callback)
 {
-    Q_UNUSED(parent)
-    Q_UNUSED(option)
-    Q_UNUSED(callback)
-    BEX_CRITICAL(lcPlugin) << "the driver property dialog is not built yet";
-    return false;
+    PrinterDriverManager *manager = PrinterDriverManager::instance();
+    QString driverId = manager->defaultDriverId();
+    if (driverId.isEmpty()) {
+        // No default driver yet: let the operator install or choose one.
+        PrinterDriverManagerDlg dialog(parent);
+        dialog.exec();
+        driverId = manager->defaultDriverId();
+        if (driverId.isEmpty()) {
+            CommonFramelessMessageBox::warning(parent, QObject::tr("温馨提示"),
+                                               QObject::tr("请选择默认打印机"), QObject::tr("确定"), 0,
+                                               QString(), nullptr, Qt::AlignHCenter);
+            return false;
+        }
+    }
+
+    const PrinterDriverManager::DriverInfoPtr driver = manager->findDriverInfo(driverId);
+    if (driver.isNull()) {
+        BEX_CRITICAL(lcPlugin) << "findDriverInfo failed! check your code";
+        return false;
+    }
+
+    RipExtraOption jobOption = option;
+    if (PrinterDriverConfig::instance()->bPromptDriverPropertyDlg()) {
+        PrinterDriverPropertyDlg dialog(driverId, parent);
+        dialog.setExtraOption(option);
+        if (dialog.exec() == QDialog::Rejected)
+            return false;
+        jobOption = dialog.extraOption();
+    }
+    if (!callback)
+        return true;
+
+    // The property dialog or the manager may have selected another driver
+    // in the library since; everything below reads the job's driver.
+    manager->setDefaultDriverId(driverId);
+    quint32 dpiX = 0;
+    quint32 dpiY = 0;
+    if (!manager->getDefaultDriverDpi(dpiX, dpiY)) {
+        BEX_CRITICAL(lcPlugin) << "getDefaultDriverDpi failed";
+        return false;
+    }
+
+    // The job keeps its own copy of the driver's description, so that later
+    // edits of the driver do not change a job already prepared.
+    const QString tempPrsFilePath = makeTempPrsFilePath(PrinterDriverConfig::instance()->dtpBinDir());
+    if (!QFile::copy(driver->prsPath, tempPrsFilePath)) {
+        BEX_CRITICAL(lcPlugin) << "copy file failed";
+        return false;
+    }
+
+    IUIPrintParamsHandler *handler = manager->getHandler();
+    auto info = QSharedPointer<DriverInfo_RipServer>::create();
+    info->prsFilePath = tempPrsFilePath;
+    info->showName = driver->showName;
+    info->dpiX = dpiX;
+    info->dpiY = dpiY;
+    info->modeId = handler ? handler->GetCurModeId() : info->modeId;
+    manager->getDefaultSpotColorSampleNameList(info->spotColorSampleNameList);
+    callback->onFinished(jobOption, info);
+    return true;
 }
 
 QSharedPointer<IRipEngine::IDriver>
