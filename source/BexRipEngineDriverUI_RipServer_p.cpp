@@ -43,9 +43,94 @@ const QString keyInfo = QStringLiteral("info");
 const QString keyModeId = QStringLiteral("modeId");
 const QString keyPrsFilePath = QStringLiteral("prsFilePath");
 
-QString kindText()
+const QString &kindText()
 {
-    return QString::fromWCharArray(kindString);
+    static const QString text = QString::fromWCharArray(kindString);
+    return text;
+}
+
+// The serialized driver is written directly, in exactly the bytes that
+// QJsonDocument::toJson(QJsonDocument::Compact) gives for the same object:
+// building three QJsonObjects and writing them took most of serialize()'s
+// time. The fixed "meta" member is written once by QJsonDocument itself.
+
+// "key": for the plain ASCII keys above.
+QByteArray jsonKey(const QString &key)
+{
+    return '"' + key.toLatin1() + "\":";
+}
+
+QByteArray metaMember()
+{
+    QJsonObject meta;
+    meta.insert(keyType, kindText());
+    meta.insert(keyMainVersion, documentMainVersion);
+    meta.insert(keySubVersion, documentSubVersion);
+    return jsonKey(keyMeta) + QJsonDocument(meta).toJson(QJsonDocument::Compact);
+}
+
+// Appends text as a JSON string the way QJsonDocument writes one: UTF-8, the
+// quote and the backslash escaped, control characters as short escapes or
+// \u00XX, and a surrogate without its partner as \uXXXX.
+void appendJsonString(QByteArray &out, const QString &text)
+{
+    static const char hexDigits[] = "0123456789abcdef";
+    const auto appendEscaped = [&out](ushort unit) {
+        out += "\\u";
+        for (int shift = 12; shift >= 0; shift -= 4)
+            out += hexDigits[(unit >> shift) & 0xf];
+    };
+    out += '"';
+    const int size = text.size();
+    for (int i = 0; i < size; ++i) {
+        const ushort unit = text.at(i).unicode();
+        if (unit < 0x80) {
+            switch (unit) {
+            case '"':
+                out += "\\\"";
+                break;
+            case '\\':
+                out += "\\\\";
+                break;
+            case '\b':
+                out += "\\b";
+                break;
+            case '\f':
+                out += "\\f";
+                break;
+            case '\n':
+                out += "\\n";
+                break;
+            case '\r':
+                out += "\\r";
+                break;
+            case '\t':
+                out += "\\t";
+                break;
+            default:
+                if (unit < 0x20)
+                    appendEscaped(unit);
+                else
+                    out += char(unit);
+            }
+        } else if (unit < 0x800) {
+            out += char(0xc0 | (unit >> 6));
+            out += char(0x80 | (unit & 0x3f));
+        } else if (QChar::isHighSurrogate(unit) && i + 1 < size && text.at(i + 1).isLowSurrogate()) {
+            const uint code = QChar::surrogateToUcs4(unit, text.at(++i).unicode());
+            out += char(0xf0 | (code >> 18));
+            out += char(0x80 | ((code >> 12) & 0x3f));
+            out += char(0x80 | ((code >> 6) & 0x3f));
+            out += char(0x80 | (code & 0x3f));
+        } else if (QChar::isSurrogate(unit)) {
+            appendEscaped(unit);
+        } else {
+            out += char(0xe0 | (unit >> 12));
+            out += char(0x80 | ((unit >> 6) & 0x3f));
+            out += char(0x80 | (unit & 0x3f));
+        }
+    }
+    out += '"';
 }
 
 } // namespace
@@ -193,21 +278,19 @@ QByteArray BexRipEngineDriverUI_RipServer::serialize(const QSharedPointer<IRipEn
     // The kind check above makes the downcast safe.
     const auto *ours = static_cast<const BexRipEngineDriver_RipServer *>(driver.data());
 
-    QJsonObject meta;
-    meta.insert(keyType, kindText());
-    meta.insert(keyMainVersion, documentMainVersion);
-    meta.insert(keySubVersion, documentSubVersion);
-
-    QJsonObject info;
-    info.insert(keyModeId, ours->modeId);
-    info.insert(keyPrsFilePath, QString::fromStdWString(ours->prsFilePath));
-
-    QJsonObject root;
-    root.insert(keyMeta, meta);
-    root.insert(keyInfo, info);
-    QJsonDocument document;
-    document.setObject(root);
-    return document.toJson(QJsonDocument::Compact);
+    // {"info":{"modeId":<n>,"prsFilePath":<path>},"meta":{...}}: keys in the
+    // sorted order QJsonObject keeps them.
+    static const QByteArray infoHead = '{' + jsonKey(keyInfo) + '{' + jsonKey(keyModeId);
+    static const QByteArray pathKey = ',' + jsonKey(keyPrsFilePath);
+    static const QByteArray tail = "}," + metaMember() + '}';
+    QByteArray document;
+    document.reserve(infoHead.size() + pathKey.size() + tail.size() + 16 + int(ours->prsFilePath.size()) * 3);
+    document += infoHead;
+    document += QByteArray::number(ours->modeId);
+    document += pathKey;
+    appendJsonString(document, QString::fromStdWString(ours->prsFilePath));
+    document += tail;
+    return document;
 }
 
 QSharedPointer<IRipEngine::IDriver> BexRipEngineDriverUI_RipServer::unserialize(const QByteArray &data)

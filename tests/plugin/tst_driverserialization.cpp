@@ -7,7 +7,11 @@
 #include "TestAppDir.h"
 
 #include <QFile>
+#include <QJsonDocument>
+#include <QJsonObject>
 #include <QtTest>
+
+#include <limits>
 
 namespace {
 
@@ -110,6 +114,9 @@ private slots:
     void serializesToTheCompactSortedDocument();
     void roundTripKeepsModeIdAndPath();
     void roundTripKeepsNonAsciiPath();
+    void serializeWritesWhatQJsonDocumentWrites_data();
+    void serializeWritesWhatQJsonDocumentWrites();
+    void serializeWritesEveryCharacterAsQJsonDocumentDoes();
     void serializeOfNullDriverIsEmptyAndSilent();
     void serializeRefusesForeignKind();
     void unserializeOfEmptyInputIsNullAndSilent();
@@ -162,6 +169,55 @@ void DriverSerializationTest::roundTripKeepsNonAsciiPath()
     const auto restored = asOurs(module.unserialize(module.serialize(makeDriver(2, path))));
     QVERIFY(restored);
     QCOMPARE(QString::fromStdWString(restored->prsFilePath), path);
+}
+
+// The document as QJsonDocument writes it for the driver's object. The path
+// is taken as the driver holds it: a wide string, in which a lone surrogate
+// becomes U+FFFD where wchar_t is 32 bits wide.
+QByteArray documentOf(int modeId, const QString &givenPath)
+{
+    const QString path = QString::fromStdWString(givenPath.toStdWString());
+    QJsonObject meta{{QStringLiteral("type"), QStringLiteral("BexRipEngine_RipServer")},
+                     {QStringLiteral("mainVersion"), 1},
+                     {QStringLiteral("subVersion"), 0}};
+    QJsonObject info{{QStringLiteral("modeId"), modeId}, {QStringLiteral("prsFilePath"), path}};
+    return QJsonDocument(QJsonObject{{QStringLiteral("meta"), meta}, {QStringLiteral("info"), info}})
+        .toJson(QJsonDocument::Compact);
+}
+
+void DriverSerializationTest::serializeWritesWhatQJsonDocumentWrites_data()
+{
+    QTest::addColumn<int>("modeId");
+    QTest::addColumn<QString>("path");
+    QTest::newRow("lowest mode id") << std::numeric_limits<int>::min() << QStringLiteral("a.prs");
+    QTest::newRow("highest mode id") << std::numeric_limits<int>::max() << QStringLiteral("a.prs");
+    QTest::newRow("constructed") << -1 << QString();
+    QTest::newRow("quotes and backslashes") << 0 << QStringLiteral(R"(C:\dtp\"bin"\x.prs)");
+    QTest::newRow("control characters") << 1 << QStringLiteral("\b\f\n\r\t\x01\x1f\x7f");
+    QTest::newRow("outside the BMP") << 2 << QString::fromUtf8("\xF0\x9F\x96\xA8 печать 打印.prs");
+    QTest::newRow("lone surrogates") << 3 << (QString(QChar(0xD800)) + QChar(0x41) + QChar(0xDC00));
+}
+
+void DriverSerializationTest::serializeWritesWhatQJsonDocumentWrites()
+{
+    QFETCH(int, modeId);
+    QFETCH(QString, path);
+    BexRipEngineDriverUI_RipServer module;
+    QCOMPARE(module.serialize(makeDriver(modeId, path)), documentOf(modeId, path));
+}
+
+void DriverSerializationTest::serializeWritesEveryCharacterAsQJsonDocumentDoes()
+{
+    BexRipEngineDriverUI_RipServer module;
+    for (uint unit = 0; unit <= 0xFFFF; ++unit) {
+        const QString path = QStringLiteral("x") + QChar(ushort(unit)) + QStringLiteral("y");
+        const QByteArray written = module.serialize(makeDriver(7, path));
+        if (written != documentOf(7, path))
+            QFAIL(qPrintable(QStringLiteral("U+%1: %2 instead of %3")
+                                 .arg(unit, 4, 16, QLatin1Char('0'))
+                                 .arg(QString::fromUtf8(written.toPercentEncoding()),
+                                      QString::fromUtf8(documentOf(7, path).toPercentEncoding()))));
+    }
 }
 
 void DriverSerializationTest::serializeOfNullDriverIsEmptyAndSilent()
