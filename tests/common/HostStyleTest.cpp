@@ -1,9 +1,11 @@
 #include "HostStyle.h"
+#include "FramelessWidget/Common/CommonFramelessMessageBox.h"
 #include "PixelCount.h"
 
 #include <QApplication>
 #include <QFile>
 #include <QPushButton>
+#include <QTimer>
 #include <QVBoxLayout>
 #include <QtTest>
 
@@ -59,6 +61,7 @@ private slots:
     void shouldGiveMessageBoxButtonsAReadableSize();
     void shouldDrawMessageBoxButtonTextReadablyInEveryState_data();
     void shouldDrawMessageBoxButtonTextReadablyInEveryState();
+    void shouldShowUsableButtonsInTheModulesMessageBox();
     void shouldSizeTheDialogButtons_data();
     void shouldSizeTheDialogButtons();
 };
@@ -156,6 +159,53 @@ void HostStyleTest::shouldDrawMessageBoxButtonTextReadablyInEveryState()
              "the text is not drawn in the host's colour");
     // Readable: at least the contrast asked of normal text on screen.
     QVERIFY(contrastRatio(text, background) >= 4.5);
+}
+
+// The module's own box, as a host shows it: both buttons large enough to
+// hit and labelled in white.
+void HostStyleTest::shouldShowUsableButtonsInTheModulesMessageBox()
+{
+    const QString previousSheet = qApp->styleSheet();
+    qApp->setStyleSheet(HostStyle::applicationStyleSheet());
+
+    QList<QSize> sizes;
+    QList<QColor> textColours;
+    int rounds = 0;
+    QTimer timer;
+    timer.setInterval(10);
+    QObject::connect(&timer, &QTimer::timeout, &timer, [&]() {
+        QWidget *box = QApplication::activeModalWidget();
+        if (!box) {
+            // Never hang: give up after five seconds; the box is then not found.
+            if (++rounds >= 500)
+                timer.stop();
+            return;
+        }
+        timer.stop();
+        const auto buttons = box->findChildren<QPushButton *>(QStringLiteral("framelessMessageBox_btn"));
+        for (QPushButton *button : buttons) {
+            sizes << button->size();
+            textColours << button->palette().color(QPalette::ButtonText);
+        }
+        if (!buttons.isEmpty())
+            buttons.last()->click();
+        else
+            box->close();
+    });
+    timer.start();
+    const int result = CommonFramelessMessageBox::question(
+        nullptr, QStringLiteral("温馨提示"), QStringLiteral("是否继续？"), QStringLiteral("是"),
+        QStringLiteral("否"), 0, QString(), nullptr, Qt::AlignHCenter);
+    qApp->setStyleSheet(previousSheet);
+
+    QCOMPARE(sizes.size(), 2);
+    QCOMPARE(result, 1);
+    for (const QSize &size : qAsConst(sizes)) {
+        QVERIFY2(size.width() >= 80 && size.height() >= 26,
+                 qPrintable(QStringLiteral("a button of %1 x %2").arg(size.width()).arg(size.height())));
+    }
+    for (const QColor &colour : qAsConst(textColours))
+        QCOMPARE(colour, QColor(Qt::white));
 }
 
 void HostStyleTest::shouldSizeTheDialogButtons_data()
