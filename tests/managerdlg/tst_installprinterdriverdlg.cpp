@@ -106,8 +106,8 @@ private slots:
     void install_failure_showsErrorAndRejects();
     void delete_confirmed_removesRowAndFile();
     void delete_readOnlyFile_isRemovedToo();
-    void delete_refused_keepsRowAndFile();
-    void delete_closedWithTitleBar_keepsRowAndFile();
+    void delete_notConfirmed_keepsRowAndFile_data();
+    void delete_notConfirmed_keepsRowAndFile();
     void deleteLastRow_thenInstall_closesThroughCheckYourCode();
     void cancel_rejectsWithoutId();
     void titleBarClose_rejectsWithoutId();
@@ -532,30 +532,32 @@ void InstallPrinterDriverDlgTest::delete_readOnlyFile_isRemovedToo()
     QVERIFY(!QFile::exists(path));
 }
 
-void InstallPrinterDriverDlgTest::delete_refused_keepsRowAndFile()
+void InstallPrinterDriverDlgTest::delete_notConfirmed_keepsRowAndFile_data()
 {
-    const QString path = offerSample(sample);
-    InstallPrinterDriverDlg dialog(nullptr);
-    UserScript script;
-    script.click(dialogClass, QStringLiteral("btn_del_"));
-    script.answerMessageBox(QStringLiteral("取消"));
-    QStringList rowsAfter;
-    script.inspect(dialogClass, [&](QWidget *window) { rowsAfter = rowTexts(printerList(window)); });
-    script.click(dialogClass, QStringLiteral("btn_cancel_"));
-    script.exec(dialog);
-    QVERIFY2(script.problems().isEmpty(), qPrintable(script.problems().join(QLatin1Char('\n'))));
-    QCOMPARE(rowsAfter, QStringList{sample + QStringLiteral(".prs")});
-    QVERIFY(QFile::exists(path));
+    QTest::addColumn<QString>("answer");
+    QTest::newRow("cancel button") << QStringLiteral("取消");
+    QTest::newRow("title bar close") << QStringLiteral("framelessTitleBar_btnClose");
+    QTest::newRow("escape") << QStringLiteral("Escape");
 }
 
-void InstallPrinterDriverDlgTest::delete_closedWithTitleBar_keepsRowAndFile()
+void InstallPrinterDriverDlgTest::delete_notConfirmed_keepsRowAndFile()
 {
+    QFETCH(QString, answer);
     const QString path = offerSample(sample);
     InstallPrinterDriverDlg dialog(nullptr);
     UserScript script;
     script.click(dialogClass, QStringLiteral("btn_del_"));
-    script.then(QStringLiteral("close the question with its title bar"), &UserScript::isMessageBox,
-                [&](QWidget *box) { script.clickButton(box, QStringLiteral("framelessTitleBar_btnClose")); });
+    if (answer == QStringLiteral("取消")) {
+        script.answerMessageBox(answer);
+    } else {
+        script.then(QStringLiteral("leave the question unanswered"), &UserScript::isMessageBox,
+                    [&](QWidget *box) {
+                        if (answer == QLatin1String("Escape"))
+                            QTest::keyClick(box, Qt::Key_Escape);
+                        else
+                            script.clickButton(box, answer);
+                    });
+    }
     QStringList rowsAfter;
     script.inspect(dialogClass, [&](QWidget *window) { rowsAfter = rowTexts(printerList(window)); });
     script.click(dialogClass, QStringLiteral("btn_cancel_"));

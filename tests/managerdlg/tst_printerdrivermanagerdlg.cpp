@@ -139,6 +139,7 @@ private slots:
     void noDefault_firstRowCurrentWithoutMark();
     void rows_carryIdNamePathAndDefaultMark();
     void customizedButton_neverShowsAndDoesNothing();
+    void slots_withoutRow_logAnEmptyLineAndStop();
 
     void delete_defaultRow_clearsTheDefault_thenSetDefaultMarksOneRow();
     void delete_lastRow_leavesRowButtonsDisabled();
@@ -265,6 +266,8 @@ void PrinterDriverManagerDlgTest::form_layoutsAsDesigned()
     QCOMPARE(row->objectName(), QStringLiteral("horizontalLayout"));
     QCOMPARE(row->spacing(), 10);
     QCOMPARE(row->itemAt(0)->widget()->objectName(), QStringLiteral("listWidget_"));
+    // One line a row: the list lays out a thousand drivers without measuring each.
+    QVERIFY(listOf(&dialog)->uniformItemSizes());
 
     auto *side = qobject_cast<QVBoxLayout *>(row->itemAt(1)->layout());
     QVERIFY(side);
@@ -375,6 +378,30 @@ void PrinterDriverManagerDlgTest::customizedButton_neverShowsAndDoesNothing()
     QCOMPARE(QApplication::topLevelWidgets().size(), topLevels);
     QVERIFY(dialogLines(log, QtDebugMsg).isEmpty());
     QCOMPARE(libraryShowNames().size(), 2);
+}
+
+void PrinterDriverManagerDlgTest::slots_withoutRow_logAnEmptyLineAndStop()
+{
+    PrinterDriverManagerDlg dialog(nullptr);
+    const QStringList slotNames = {
+        QStringLiteral("on_delPrinterDriver"), QStringLiteral("on_printerDriverProperty"),
+        QStringLiteral("on_setDefaultPrinterDriver"), QStringLiteral("on_modifyDriverShowName"),
+        QStringLiteral("on_exportDriverPackage")};
+    LogCapture log;
+    for (const QString &slot : slotNames)
+        QVERIFY(QMetaObject::invokeMethod(&dialog, qPrintable(slot)));
+    QStringList lines;
+    for (const LogCapture::Entry &entry : log.entries()) {
+        if (sourceOf(entry.file) == dialogSource)
+            lines << QStringLiteral("%1 [%2] %3").arg(entry.function).arg(entry.type).arg(entry.message);
+    }
+    // The rename slot writes no line of its own.
+    QCOMPARE(lines,
+             (QStringList{QStringLiteral("void PrinterDriverManagerDlg::on_delPrinterDriver() [0] "),
+                          QStringLiteral("void PrinterDriverManagerDlg::on_printerDriverProperty() [0] "),
+                          QStringLiteral("void PrinterDriverManagerDlg::on_setDefaultPrinterDriver() [0] "),
+                          QStringLiteral("void PrinterDriverManagerDlg::on_exportDriverPackage() [0] ")}));
+    QVERIFY(!QApplication::activeModalWidget());
 }
 
 void PrinterDriverManagerDlgTest::delete_defaultRow_clearsTheDefault_thenSetDefaultMarksOneRow()
