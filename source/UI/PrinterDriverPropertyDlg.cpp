@@ -46,6 +46,9 @@ constexpr int DpiIndexRole = Qt::UserRole + 1;
 constexpr int PaperIndexRole = Qt::UserRole + 2;
 constexpr int InkIndexRole = Qt::UserRole + 3;
 
+// Height up to which the other-property list grows before it scrolls.
+constexpr int MaxCommonListHeight = 320;
+
 // Text handed to the print-parameter library: local 8-bit, through a
 // standard string so that it lives for the whole call.
 std::string toLocal(const QString &text)
@@ -168,6 +171,27 @@ QString enumKey(const printerEnumItem *item)
 {
     return item ? fieldText(item->key) : QString();
 }
+
+// The combo box of a common property. Its popup is a plain list view (so
+// that style sheets reach its items), made when the list is first opened: a
+// driver with dozens of properties opens without building dozens of popups.
+class CommonPropertyComboBox : public QComboBox
+{
+public:
+    using QComboBox::QComboBox;
+
+    void showPopup() override
+    {
+        if (!listViewMade_) {
+            listViewMade_ = true;
+            setView(new QListView(this));
+        }
+        QComboBox::showPopup();
+    }
+
+private:
+    bool listViewMade_ = false;
+};
 
 } // namespace
 
@@ -409,9 +433,8 @@ void PrinterDriverPropertyDlg::readEnumItems()
 
         auto *label = new QLabel(key);
         label->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
-        auto *combo = new QComboBox;
+        auto *combo = new CommonPropertyComboBox;
         combo->setFocusPolicy(Qt::StrongFocus);
-        combo->setView(new QListView(combo));
         combo->setProperty("enumId", enumId);
         const QStringList values = enumValues(*item);
         for (int i = 0; i < values.size(); ++i)
@@ -426,6 +449,17 @@ void PrinterDriverPropertyDlg::readEnumItems()
     BEX_DEBUG(lcDialog) << "GetAllEnumItemList end ***************";
     ui_->verLayout_Common_->addLayout(grid);
     ui_->verLayout_Common_->addStretch();
+}
+
+void PrinterDriverPropertyDlg::showEvent(QShowEvent *event)
+{
+    // The other-property list shows whole up to a dozen rows or so and
+    // scrolls beyond; its scroll area alone would offer the height of its
+    // contents before they were filled. Measured here, where the widgets are
+    // polished for showing anyway, so that opening the dialog stays quick.
+    const int listHeight = ui_->scrollAreaWidgetContents_common_->sizeHint().height();
+    ui_->scrollArea_common_->setMinimumHeight(std::min(listHeight, MaxCommonListHeight));
+    CommonFramelessDialog::showEvent(event);
 }
 
 void PrinterDriverPropertyDlg::on_advancedStateChanged(int state)

@@ -65,6 +65,7 @@ private slots:
 protected:
     void closeEvent(QCloseEvent *event) override;
     void done(int result) override;
+    void showEvent(QShowEvent *event) override;
 
 private:
     // One enumerated property the dialog edits through its own combo boxes:

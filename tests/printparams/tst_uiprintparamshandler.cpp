@@ -275,17 +275,19 @@ private slots:
 
         handler_->GetAllEnumItemList(items);
 
-        QCOMPARE(int(items.size()), 6);
+        QCOMPARE(int(items.size()), 10);
         QStringList keys;
         QVector<std::uint32_t> ids;
         for (const printerEnumItem *item : items) {
             keys << text(item->key);
             ids << item->enumId;
         }
-        QCOMPARE(keys, (QStringList{QStringLiteral("打印精度"), QStringLiteral("纸张"),
-                                    QStringLiteral("墨水"), QStringLiteral("打印方向"),
-                                    QStringLiteral("白墨模式"), QStringLiteral("羽化")}));
-        QCOMPARE(ids, (QVector<std::uint32_t>{1, 2, 3, 10, 11, 12}));
+        QCOMPARE(keys,
+                 (QStringList{QStringLiteral("打印精度"), QStringLiteral("纸张"), QStringLiteral("墨水"),
+                              QStringLiteral("打印方向"), QStringLiteral("白墨模式"), QStringLiteral("羽化"),
+                              QStringLiteral("PASS数"), QStringLiteral("喷头电压"),
+                              QStringLiteral("光油模式"), QStringLiteral("UV灯功率")}));
+        QCOMPARE(ids, (QVector<std::uint32_t>{1, 2, 3, 10, 11, 12, 15, 14, 16, 17}));
         const printerEnumItem *resolution = items.front();
         QCOMPARE(resolution->index, 1);
         QCOMPARE(resolution->valueSize, 3);
@@ -319,18 +321,25 @@ private slots:
         std::list<printerEnumItem *> items;
         handler_->GetAllEnumItemList(items);
         QStringList keys;
-        for (const printerEnumItem *item : items)
+        QVector<const printerEnumItem *> byPosition;
+        for (const printerEnumItem *item : items) {
             keys << text(item->key);
+            byPosition << item;
+        }
 
         QCOMPARE(keys,
                  (QStringList{QStringLiteral("Resolution"), QStringLiteral("Media"), QStringLiteral("Ink"),
-                              QStringLiteral("Print direction"), QStringLiteral("喷头电压")}));
+                              QStringLiteral("Print direction"), QStringLiteral("喷头电压"),
+                              QStringLiteral("Pass count"), QStringLiteral("Print speed"),
+                              QStringLiteral("UV lamp power"), QStringLiteral("Flash spitting")}));
         QCOMPARE(values(items.front()).first(), QStringLiteral("600x900 dpi 4 pass"));
         QCOMPARE(values(handler_->GetSelectEnumItem(kEnumKindPaper)),
                  (QStringList{QStringLiteral("Wood"), QStringLiteral("Ceramic tile"),
                               QStringLiteral("Leather"), QStringLiteral("Cardboard")}));
         // A setting without English texts keeps the driver's own.
-        QCOMPARE(values(items.back()), (QStringList{QStringLiteral("标准"), QStringLiteral("高")}));
+        QCOMPARE(values(byPosition.at(4)), (QStringList{QStringLiteral("标准"), QStringLiteral("高")}));
+        QCOMPARE(values(items.back()), (QStringList{QStringLiteral("Off"), QStringLiteral("While printing"),
+                                                    QStringLiteral("While idle")}));
 
         QVERIFY(select(id, 0));
         QCOMPARE(text(handler_->GetSelectEnumItem(kEnumKindPaper)->key), QStringLiteral("纸张"));
@@ -462,7 +471,43 @@ private slots:
         QCOMPARE(orders(inks).size(), 8);
         QCOMPARE(text(icc->iccFilePath_OUTPUT), QStringLiteral("BexUV3220_Wood_600x900.icc"));
         QCOMPARE(values(paper).first(), QStringLiteral("木板"));
-        QCOMPARE(int(items.size()), 5);
+        QCOMPARE(int(items.size()), 9);
+    }
+
+    void samplesCarryCommonSettingsAndAStoredInkOrder_data()
+    {
+        QTest::addColumn<QString>("sample");
+        QTest::addColumn<QVector<int>>("order");
+        QTest::newRow("UV2513") << uv2513 << QVector<int>{1, 2, 3, 4, 0, 5};
+        QTest::newRow("UV1610") << uv1610 << QVector<int>{2, 3, 4, 5, 0, 1};
+        QTest::newRow("UV3220") << uv3220 << QVector<int>{3, 2, 1, 0, 6, 7, 4, 5};
+    }
+
+    void samplesCarryCommonSettingsAndAStoredInkOrder()
+    {
+        QFETCH(QString, sample);
+        QFETCH(QVector<int>, order);
+        QVERIFY(select(install(sample)));
+        const QSet<std::uint32_t> special = {handler_->GetSelectEnumItem(kEnumKindResolution)->enumId,
+                                             handler_->GetSelectEnumItem(kEnumKindPaper)->enumId,
+                                             handler_->GetSelectEnumItem(kEnumKindInk)->enumId};
+        std::list<printerEnumItem *> items;
+        handler_->GetAllEnumItemList(items);
+        QStringList common;
+        for (const printerEnumItem *item : items) {
+            if (!special.contains(item->enumId)) {
+                common << text(item->key);
+                QVERIFY(item->valueSize >= 2);
+            }
+        }
+
+        // Print direction, pass count and head voltage on every sample, and
+        // at least two more.
+        QVERIFY2(common.size() >= 5, qPrintable(common.join(QLatin1Char(','))));
+        for (const QString &key :
+             {QStringLiteral("打印方向"), QStringLiteral("PASS数"), QStringLiteral("喷头电压")})
+            QVERIFY2(common.contains(key), qPrintable(key));
+        QCOMPARE(orders(handler_->GetInkOrderInfo()), order);
     }
 
     void committedEditsAreReadBackByANewHandler()
@@ -517,6 +562,143 @@ private slots:
         const QStringList left = QDir(TestAppDir::filePath(QStringLiteral("dtp/driver")))
                                      .entryList(QDir::Files | QDir::Hidden | QDir::System);
         QCOMPARE(left.size(), 6);
+    }
+
+    void inkLimitSetForOneMediumDoesNotReachAnother()
+    {
+        // Acrylic at 720x900 has ICC settings of its own but uses the
+        // driver-wide channels, as do metal and wood.
+        const QString id = install(uv2513);
+        QVERIFY(select(id));
+        QVERIFY(handler_->SetEnumItem(paperId, acrylic));
+        printerChannelColorInfo *channels = handler_->GetChannelColorInfo();
+        channels->channels[4].iciMaxInk = 0.55;
+        channels->channels[0].iciDepth = 0.75;
+        QVERIFY(handler_->SetChannelColorInfo(channels));
+
+        QVERIFY(handler_->SetEnumItem(paperId, metal));
+        QCOMPARE(handler_->GetChannelColorInfo()->channels[4].iciMaxInk, 0.9);
+        QCOMPARE(handler_->GetChannelColorInfo()->channels[0].iciDepth, 0.0);
+        QVERIFY(handler_->SetEnumItem(paperId, acrylic));
+        QCOMPARE(handler_->GetChannelColorInfo()->channels[4].iciMaxInk, 0.55);
+
+        QVERIFY(handler_->CommitPrinterDriverPrs(0));
+        restartHandler();
+        QVERIFY(select(id));
+        QCOMPARE(handler_->GetSelectEnumItem(kEnumKindPaper)->index, acrylic);
+        channels = handler_->GetChannelColorInfo();
+        QCOMPARE(channels->channels[4].iciMaxInk, 0.55);
+        QCOMPARE(channels->channels[0].iciDepth, 0.75);
+        // The ICC settings of the combination are kept beside its channels.
+        QCOMPARE(text(handler_->GetIccSettingInfo()->iccFilePath_OUTPUT),
+                 QStringLiteral("BexUV2513_Acrylic_720x900.icc"));
+        QVERIFY(handler_->SetEnumItem(paperId, wood));
+        QCOMPARE(handler_->GetChannelColorInfo()->channels[4].iciMaxInk, 0.9);
+        QVERIFY(handler_->SetEnumItem(resolutionId, 0));
+        QVERIFY(handler_->SetEnumItem(paperId, acrylic));
+        QCOMPARE(handler_->GetChannelColorInfo()->channels[4].iciMaxInk, 0.9);
+
+        // The driver-wide list in the file is the one it was.
+        const QJsonObject root =
+            QJsonDocument::fromJson(TestAppDir::readFile(QStringLiteral("dtp/driver/BexUV2513_CMYKWV.prs")))
+                .object();
+        const QJsonArray wide = root.value(QStringLiteral("channels")).toArray();
+        QCOMPARE(wide.at(4).toObject().value(QStringLiteral("maxInk")).toDouble(), 0.9);
+        QCOMPARE(wide.at(0).toObject().value(QStringLiteral("density")).toDouble(), 0.0);
+    }
+
+    void inkOrderSetForOneCombinationDoesNotReachAnother()
+    {
+        const QString id = install(uv2513);
+        QVERIFY(select(id));
+        QVERIFY(handler_->SetEnumItem(paperId, metal));
+        QVERIFY(!handler_->GetIccSettingInfo());
+        printerInkOrderInfo *inks = handler_->GetInkOrderInfo();
+        const int newOrder[] = {0, 5, 4, 3, 2, 1};
+        for (int i = 0; i < 6; ++i)
+            inks->pioiInkOrder[i] = newOrder[i];
+        inks->PioiInkOFFON[5] = 1;
+        QVERIFY(handler_->SetInkOrderInfo(inks));
+
+        QVERIFY(handler_->SetEnumItem(paperId, wood));
+        QCOMPARE(orders(handler_->GetInkOrderInfo()), (QVector<int>{1, 2, 3, 4, 0, 5}));
+        QCOMPARE(offFlags(handler_->GetInkOrderInfo()), (QVector<int>{0, 0, 0, 0, 0, 0}));
+        QVERIFY(handler_->CommitPrinterDriverPrs(0));
+        restartHandler();
+        QVERIFY(select(id));
+        QVERIFY(handler_->SetEnumItem(paperId, metal));
+
+        QCOMPARE(orders(handler_->GetInkOrderInfo()), (QVector<int>{0, 5, 4, 3, 2, 1}));
+        QCOMPARE(offFlags(handler_->GetInkOrderInfo()), (QVector<int>{0, 0, 0, 0, 0, 1}));
+        // The change gave the combination channels only, no ICC settings.
+        QVERIFY(!handler_->GetIccSettingInfo());
+        QCOMPARE(handler_->GetChannelColorInfo()->channels[4].iciMaxInk, 0.9);
+    }
+
+    void writingBackUnchangedRecordsAddsNoCombination()
+    {
+        const QString id = install(uv2513);
+        const QString file = QStringLiteral("dtp/driver/BexUV2513_CMYKWV.prs");
+        QVERIFY(select(id));
+        QVERIFY(handler_->CommitPrinterDriverPrs(0));
+        const QByteArray before = TestAppDir::readFile(file);
+        // Every combination is visited and its records written back as
+        // they came, as a dialog does when its user browses combinations.
+        for (int resolution = 0; resolution < 3; ++resolution) {
+            for (int paper = 0; paper < 4; ++paper) {
+                for (int ink = 0; ink < 2; ++ink) {
+                    QVERIFY(handler_->SetEnumItem(resolutionId, resolution));
+                    QVERIFY(handler_->SetEnumItem(paperId, paper));
+                    QVERIFY(handler_->SetEnumItem(inkId, ink));
+                    QVERIFY(handler_->SetChannelColorInfo(handler_->GetChannelColorInfo()));
+                    QVERIFY(handler_->SetInkOrderInfo(handler_->GetInkOrderInfo()));
+                    if (printerIccColorInfo *icc = handler_->GetIccSettingInfo())
+                        QVERIFY(handler_->SetIccSettingInfo(icc));
+                }
+            }
+        }
+        QVERIFY(handler_->SetEnumItem(resolutionId, 1));
+        QVERIFY(handler_->SetEnumItem(paperId, acrylic));
+        QVERIFY(handler_->SetEnumItem(inkId, 0));
+
+        QVERIFY(handler_->CommitPrinterDriverPrs(0));
+
+        QCOMPARE(TestAppDir::readFile(file), before);
+    }
+
+    void fileWithoutCombinationsLoadsAndTakesPerCombinationChanges()
+    {
+        // A description as first written by hand: driver-wide channels and
+        // no "combinations" at all.
+        QJsonObject root =
+            QJsonDocument::fromJson(TestAppDir::readFile(QStringLiteral("dtp/driver/BexUV1610_CMYKLcLm.prs")))
+                .object();
+        root.remove(QStringLiteral("combinations"));
+        const QString file = QStringLiteral("dtp/driver/plain.prs");
+        QVERIFY(TestAppDir::writeFile(file, QJsonDocument(root).toJson()));
+        const printerInfoItem *item =
+            handler_->AddPrinterDriverPrs(local(TestAppDir::filePath(file)).c_str(), 0);
+        QVERIFY(item);
+        const QString id = text(item->piiId);
+        QVERIFY(select(id));
+        QVERIFY(!handler_->GetIccSettingInfo());
+        printerChannelColorInfo *channels = handler_->GetChannelColorInfo();
+        QCOMPARE(channels->channels[1].iciMaxInk, 1.0);
+        channels->channels[1].iciMaxInk = 0.25;
+        QVERIFY(handler_->SetChannelColorInfo(channels));
+        QVERIFY(handler_->CommitPrinterDriverPrs(0));
+        restartHandler();
+        QVERIFY(select(id));
+
+        QCOMPARE(handler_->GetChannelColorInfo()->channels[1].iciMaxInk, 0.25);
+        QVERIFY(handler_->SetEnumItem(paperId, 1));
+        QCOMPARE(handler_->GetChannelColorInfo()->channels[1].iciMaxInk, 1.0);
+        const QJsonArray combinations = QJsonDocument::fromJson(TestAppDir::readFile(file))
+                                            .object()
+                                            .value(QStringLiteral("combinations"))
+                                            .toArray();
+        QCOMPARE(combinations.size(), 1);
+        QVERIFY(!combinations.at(0).toObject().contains(QStringLiteral("icc")));
     }
 
     void uncommittedEditsAreDroppedBySelectingAgain()
@@ -623,6 +805,18 @@ private slots:
         QVERIFY(!handler_->GetIccSettingInfo());
         QVERIFY(!handler_->SetIccSettingInfo(&icc));
         QVERIFY(!handler_->GetIccSettingInfo());
+        // Channels and ink order written back unchanged need no room; a
+        // change would need a combination of its own and is refused.
+        printerChannelColorInfo *channels = handler_->GetChannelColorInfo();
+        QVERIFY(handler_->SetChannelColorInfo(channels));
+        channels->channels[0].iciMaxInk = 0.5;
+        QVERIFY(!handler_->SetChannelColorInfo(channels));
+        QCOMPARE(handler_->GetChannelColorInfo()->channels[0].iciMaxInk, 1.0);
+        printerInkOrderInfo *inks = handler_->GetInkOrderInfo();
+        QVERIFY(handler_->SetInkOrderInfo(inks));
+        inks->PioiInkOFFON[0] = 1;
+        QVERIFY(!handler_->SetInkOrderInfo(inks));
+        QCOMPARE(offFlags(handler_->GetInkOrderInfo()), QVector<int>{0});
 
         // A combination the file holds takes ICC settings, and the file stays
         // one that can be selected again.
