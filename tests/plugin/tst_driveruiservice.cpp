@@ -17,6 +17,7 @@
 #include <QFile>
 #include <QLibrary>
 #include <QListWidget>
+#include <QPushButton>
 #include <QRadioButton>
 #include <QRegularExpression>
 #include <QtTest>
@@ -267,9 +268,23 @@ void DriverUiServiceTest::propertyStepWithoutDefaultDriverWarnsAndFails()
     // The manager opens first; the operator leaves it without choosing.
     UserScript script;
     script.click(managerDlg, QStringLiteral("btn_quit_"));
+    // The warning's one button sits in the middle of its row.
+    int leftGap = -1;
+    int rightGap = -1;
+    script.then(
+        QStringLiteral("message box: look at its button"), &UserScript::isMessageBox, [&](QWidget *box) {
+            const auto buttons = box->findChildren<QPushButton *>(QStringLiteral("framelessMessageBox_btn"));
+            if (buttons.size() != 1)
+                return;
+            const QRect button(buttons.first()->mapTo(box, QPoint(0, 0)), buttons.first()->size());
+            leftGap = button.left();
+            rightGap = box->width() - 1 - button.right();
+        });
     script.answerMessageBox(QStringLiteral("确定"));
     PropertyCallback callback;
     QVERIFY(!propertyStep(script, RipExtraOption{1, true}, &callback));
+    QVERIFY2(leftGap >= 0 && qAbs(leftGap - rightGap) <= 1,
+             qPrintable(QStringLiteral("gaps %1 and %2").arg(leftGap).arg(rightGap)));
     QVERIFY2(script.problems().isEmpty(), qPrintable(script.problems().join(QLatin1Char('\n'))));
     QCOMPARE(callback.calls, 0);
     QCOMPARE(script.messageBoxes().size(), 1);
