@@ -86,6 +86,9 @@ public:
         out = value.toString();
         if (required && out.isEmpty())
             return fail(where + QStringLiteral(": \"") + key + QStringLiteral("\" is empty"));
+        if (QString::fromLocal8Bit(out.toLocal8Bit()) != out)
+            return fail(where + QStringLiteral(": \"") + key +
+                        QStringLiteral("\" holds text the local 8-bit encoding cannot hold"));
         if (!fitsField(out, capacity))
             return fail(where + QStringLiteral(": \"") + key +
                         QStringLiteral("\" too long or holds a zero character"));

@@ -2,6 +2,8 @@
 
 #include "PrintParamsLogging.h"
 
+#include "Common/PrsPath.h"
+
 #include <QCoreApplication>
 
 #include <cmath>
@@ -77,7 +79,7 @@ UIPrintParamsHandler::UIPrintParamsHandler(const QString &registryFile)
     : registry_(registryFile)
 {
     registry_.load();
-    BEX_DEBUG(lcPrintParams) << "installed drivers:" << registry_.drivers().size() << "in" << registryFile;
+    BEX_DEBUG(lcPrintParams) << "installed drivers:" << registry_.size() << "in" << registryFile;
 }
 
 UIPrintParamsHandler::~UIPrintParamsHandler() = default;
@@ -108,32 +110,39 @@ printerInfoItem *UIPrintParamsHandler::AddPrinterDriverPrs(const char *prsPath, 
         BEX_WARNING(lcPrintParams) << "refused: no usable path or reserved argument not 0";
         return nullptr;
     }
-    if (registry_.indexOfPrs(*path) >= 0) {
-        BEX_WARNING(lcPrintParams) << "already installed:" << *path;
+    // Kept absolute, so that the path names the same file whatever the
+    // working folder of a later caller.
+    const QString absolute = absoluteCleanPath(*path);
+    if (!fitsField(absolute, int(kPrinterPrsPathSize))) {
+        BEX_WARNING(lcPrintParams) << "refused: the absolute path does not fit its field:" << absolute;
+        return nullptr;
+    }
+    if (registry_.findByPrs(absolute)) {
+        BEX_WARNING(lcPrintParams) << "already installed:" << absolute;
         return nullptr;
     }
     QString error;
-    const std::optional<PrsDocument> document = PrsDocument::load(*path, &error);
+    const std::optional<PrsDocument> document = PrsDocument::load(absolute, &error);
     if (!document) {
-        BEX_WARNING(lcPrintParams) << "refused" << *path << "-" << error;
+        BEX_WARNING(lcPrintParams) << "refused" << absolute << "-" << error;
         return nullptr;
     }
     InstalledDriver driver;
     driver.id = registry_.newId();
     driver.name = document->driverName;
     driver.showName = document->driverName;
-    driver.prsPath = *path;
+    driver.prsPath = absolute;
     if (!registry_.add(driver))
         return nullptr;
     addedDriver_ = makeInfoItem(driver);
-    BEX_DEBUG(lcPrintParams) << "installed" << driver.id << driver.name << *path;
+    BEX_DEBUG(lcPrintParams) << "installed" << driver.id << driver.name << absolute;
     return addedDriver_.get();
 }
 
 bool UIPrintParamsHandler::DeletePrinterDriverPrs(const char *driverId)
 {
     const std::optional<QString> id = argument(driverId, kPrinterIdSize);
-    if (!id || registry_.indexOf(*id) < 0) {
+    if (!id || !registry_.find(*id)) {
         BEX_WARNING(lcPrintParams) << "not installed:" << (id ? *id : QString());
         return false;
     }
@@ -152,12 +161,12 @@ bool UIPrintParamsHandler::SelectPrinterDriverPrs(const char *driverId, unsigned
     selection_.reset();
     dropRecords();
     const std::optional<QString> id = argument(driverId, kPrinterIdSize);
-    const int index = id ? registry_.indexOf(*id) : -1;
-    if (index < 0) {
+    const InstalledDriver *found = id ? registry_.find(*id) : nullptr;
+    if (!found) {
         BEX_WARNING(lcPrintParams) << "not installed:" << (id ? *id : QString());
         return false;
     }
-    const InstalledDriver &driver = registry_.drivers().at(index);
+    const InstalledDriver driver = *found;
     QString error;
     std::optional<PrsDocument> document = PrsDocument::load(driver.prsPath, &error);
     if (!document) {
@@ -188,7 +197,7 @@ bool UIPrintParamsHandler::RechristenDriverShowName(const char *driverId, const 
 {
     const std::optional<QString> id = argument(driverId, kPrinterIdSize);
     const std::optional<QString> name = argument(showName, kPrinterShowNameSize);
-    if (!id || registry_.indexOf(*id) < 0 || !name || name->trimmed().isEmpty()) {
+    if (!id || !registry_.find(*id) || !name || name->trimmed().isEmpty()) {
         BEX_WARNING(lcPrintParams) << "refused: unknown driver or unusable name";
         return false;
     }

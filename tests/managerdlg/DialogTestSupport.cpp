@@ -9,6 +9,7 @@
 #include <QDir>
 #include <QFile>
 #include <QListWidget>
+#include <QMetaMethod>
 #include <QtTest>
 
 namespace DialogTestSupport {
@@ -63,12 +64,21 @@ bool clickRow(QListWidget *list, int row)
     return list->currentItem() == item;
 }
 
-QString sourceOf(const QString &loggedFile)
+QString classAndText(const QWidget *dialog, const QString &objectName)
 {
-    QString file = loggedFile;
-    while (file.startsWith(QLatin1String("../")))
-        file.remove(0, 3);
-    return file;
+    const QList<QWidget *> found = dialog->findChildren<QWidget *>(objectName);
+    if (found.size() != 1)
+        return found.isEmpty() ? QStringLiteral("none") : QStringLiteral("%1 widgets").arg(found.size());
+    return QStringLiteral("%1 %2").arg(QString::fromLatin1(found.first()->metaObject()->className()),
+                                       found.first()->property("text").toString());
+}
+
+QStringList ownMethods(const QMetaObject &meta)
+{
+    QStringList methods;
+    for (int i = meta.methodOffset(); i < meta.methodCount(); ++i)
+        methods << QString::fromLatin1(meta.method(i).methodSignature());
+    return methods;
 }
 
 QStringList rowTexts(const QListWidget *list)

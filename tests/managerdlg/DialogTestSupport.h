@@ -4,6 +4,7 @@
 #include <QStringList>
 
 class QListWidget;
+struct QMetaObject;
 class QWidget;
 
 // What the dialog tests share: a fresh set of sample drivers in the test's
@@ -32,10 +33,13 @@ bool clickRow(QListWidget *list, int row);
 
 QStringList rowTexts(const QListWidget *list);
 
-// The source file of a log line as the module names it
-// ("source/UI/InstallPrinterDriverDlg"). A build through ccache with a base
-// folder hands the compiler relative paths, which leaves "../" in front.
-QString sourceOf(const QString &loggedFile);
+// "QPushButton 安装": the class and text of the one child of dialog with
+// that object name, or what is wrong ("none", "2 widgets").
+QString classAndText(const QWidget *dialog, const QString &objectName);
+
+// The signatures of the methods a class declares itself, in meta-object order.
+QStringList ownMethods(const QMetaObject &meta);
+
 QStringList rowData(const QListWidget *list, int role);
 
 } // namespace DialogTestSupport

@@ -1,23 +1,25 @@
 // Saves pictures of the printer management dialog, with the sample drivers
 // installed and one of them the default, and of the install dialog, in
-// Chinese and in English, for the documentation. Like a host, it applies the
-// frameless style sheet that the module carries.
+// Chinese and in English, for the documentation, with the look a host gives
+// them.
 //   xvfb-run -a build/tests-apps/managementdialogs_screenshots/managementdialogs_screenshots docs/screenshots
+// writes manager-dialog.png, install-dialog.png (Chinese) and their "-en"
+// twins (English).
 //
 // It works in its own application directory, where the build staged the
 // sample drivers: the list of installed drivers and the settings file there
 // are made afresh on every run.
 
 #include "Config/PrinterDriverConfig.h"
-#include "Config/UIModuleConfig.h"
 #include "UI/InstallPrinterDriverDlg.h"
 #include "UI/PrinterDriverManager.h"
 #include "UI/PrinterDriverManagerDlg.h"
 
+#include "ScreenshotSupport.h"
+
 #include <QApplication>
 #include <QDir>
 #include <QFile>
-#include <QTimer>
 
 #include <cstdio>
 
@@ -50,20 +52,6 @@ bool installSamples()
     return manager->setDefaultDriverId(defaultId);
 }
 
-bool save(QWidget *dialog, const QString &path)
-{
-    dialog->show();
-    bool ok = false;
-    QTimer::singleShot(0, dialog, [&]() {
-        ok = dialog->grab().save(path);
-        QApplication::quit();
-    });
-    QApplication::exec();
-    dialog->hide();
-    std::fprintf(ok ? stdout : stderr, "%s %s\n", ok ? "saved" : "could not save", qPrintable(path));
-    return ok;
-}
-
 } // namespace
 
 int main(int argc, char *argv[])
@@ -76,12 +64,8 @@ int main(int argc, char *argv[])
     const QDir out(QString::fromLocal8Bit(argv[1]));
     QDir().mkpath(out.path());
 
-    QFile styleSheet(QStringLiteral(":/frameless/qss/frameless_style.qss"));
-    if (!styleSheet.open(QIODevice::ReadOnly)) {
-        std::fprintf(stderr, "cannot read the frameless style sheet\n");
+    if (!ScreenshotSupport::applyHostLook(app))
         return 1;
-    }
-    app.setStyleSheet(QString::fromUtf8(styleSheet.readAll()));
 
     // A fresh start: no installed drivers, no settings.
     const QString appDir = QCoreApplication::applicationDirPath();
@@ -93,20 +77,18 @@ int main(int argc, char *argv[])
     }
 
     bool ok = true;
-    for (const auto &[language, suffix] :
-         {std::make_pair(QLocale::Chinese, "zh"), std::make_pair(QLocale::English, "en")}) {
-        UIModuleConfig::instance()->setLanguage(language);
+    for (const ScreenshotSupport::Language &language : ScreenshotSupport::languages()) {
         {
+            const QString path =
+                ScreenshotSupport::useLanguage(language, out.filePath(QStringLiteral("manager-dialog.png")));
             PrinterDriverManagerDlg manager(nullptr);
-            ok = save(&manager,
-                      out.filePath(QStringLiteral("manager-dialog-%1.png").arg(QLatin1String(suffix)))) &&
-                 ok;
+            ok = ScreenshotSupport::saveWhenShown(&manager, path) && ok;
         }
         {
+            const QString path =
+                ScreenshotSupport::useLanguage(language, out.filePath(QStringLiteral("install-dialog.png")));
             InstallPrinterDriverDlg install(nullptr);
-            ok = save(&install,
-                      out.filePath(QStringLiteral("install-dialog-%1.png").arg(QLatin1String(suffix)))) &&
-                 ok;
+            ok = ScreenshotSupport::saveWhenShown(&install, path) && ok;
         }
     }
     PrinterDriverManager::instance()->unload();

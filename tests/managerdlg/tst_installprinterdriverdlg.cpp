@@ -53,7 +53,7 @@ QStringList dialogLines(const LogCapture &log, QtMsgType type)
 {
     QStringList lines;
     for (const LogCapture::Entry &entry : log.entries()) {
-        if (entry.type == type && sourceOf(entry.file) == dialogSource)
+        if (entry.type == type && entry.file == dialogSource)
             lines << entry.message;
     }
     return lines;
@@ -170,10 +170,7 @@ void InstallPrinterDriverDlgTest::form_widgetTreeAndTexts()
     QFETCH(QString, text);
 
     InstallPrinterDriverDlg dialog(nullptr);
-    const QList<QWidget *> found = dialog.findChildren<QWidget *>(objectName);
-    QCOMPARE(found.size(), 1);
-    QCOMPARE(QString::fromLatin1(found.first()->metaObject()->className()), className);
-    QCOMPARE(found.first()->property("text").toString(), text);
+    QCOMPARE(classAndText(&dialog, objectName), className + QLatin1Char(' ') + text);
 }
 
 void InstallPrinterDriverDlgTest::form_layoutsAsDesigned()
@@ -236,11 +233,7 @@ void InstallPrinterDriverDlgTest::form_buttonsStyledAndCancelIsDefault()
 
 void InstallPrinterDriverDlgTest::form_slotsInOrder()
 {
-    const QMetaObject &meta = InstallPrinterDriverDlg::staticMetaObject;
-    QStringList methods;
-    for (int i = meta.methodOffset(); i < meta.methodCount(); ++i)
-        methods << QString::fromLatin1(meta.method(i).methodSignature());
-    QCOMPARE(methods,
+    QCOMPARE(ownMethods(InstallPrinterDriverDlg::staticMetaObject),
              (QStringList{QStringLiteral("on_itemClicked_vendor(QListWidgetItem*)"),
                           QStringLiteral("on_itemClicked_printerDriver(QListWidgetItem*)"),
                           QStringLiteral("on_installPrinterDriver()"),
@@ -591,7 +584,7 @@ void InstallPrinterDriverDlgTest::deleteLastRow_thenInstall_closesThroughCheckYo
     const QList<LogCapture::Entry> critical = log.find(QtCriticalMsg, QStringLiteral("check your code"));
     QCOMPARE(critical.size(), 1);
     QCOMPARE(critical.first().message, QStringLiteral("check your code"));
-    QCOMPARE(sourceOf(critical.first().file), dialogSource);
+    QCOMPARE(critical.first().file, dialogSource);
     QCOMPARE(critical.first().function,
              QStringLiteral("void InstallPrinterDriverDlg::on_installPrinterDriver()"));
     QCOMPARE(script.messageBoxes().size(), 1);

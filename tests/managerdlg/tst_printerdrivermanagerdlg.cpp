@@ -46,6 +46,14 @@ constexpr int idRole = Qt::UserRole + 1;
 constexpr int nameRole = Qt::UserRole + 2;
 constexpr int leftVCenter = int(Qt::AlignLeft | Qt::AlignVCenter);
 
+// The eight operations, in the order of their buttons and of their slots
+// ("btn_%1_", "on_%1()").
+const QStringList operations = {
+    QStringLiteral("installPrinterDriver"),  QStringLiteral("delPrinterDriver"),
+    QStringLiteral("printerDriverProperty"), QStringLiteral("setDefaultPrinterDriver"),
+    QStringLiteral("modifyDriverShowName"),  QStringLiteral("installCustomizedPrinterDriver"),
+    QStringLiteral("importDriverPackage"),   QStringLiteral("exportDriverPackage")};
+
 const QStringList rowButtonNames = {QStringLiteral("btn_delPrinterDriver_"),
                                     QStringLiteral("btn_printerDriverProperty_"),
                                     QStringLiteral("btn_setDefaultPrinterDriver_")};
@@ -93,10 +101,20 @@ QStringList dialogLines(const LogCapture &log, QtMsgType type)
 {
     QStringList lines;
     for (const LogCapture::Entry &entry : log.entries()) {
-        if (entry.type == type && sourceOf(entry.file) == dialogSource)
+        if (entry.type == type && entry.file == dialogSource)
             lines << entry.message;
     }
     return lines;
+}
+
+// Ends a script: looks at the rows, quits the dialog, and runs it all.
+QStringList rowsAtQuit(UserScript &script, PrinterDriverManagerDlg &dialog)
+{
+    QStringList texts;
+    script.inspect(dialogClass, [&texts](QWidget *window) { texts = rowTexts(listOf(window)); });
+    script.click(dialogClass, QStringLiteral("btn_quit_"));
+    script.exec(dialog);
+    return texts;
 }
 
 #define VERIFY_SCRIPT(script)                                                                                \
@@ -235,10 +253,7 @@ void PrinterDriverManagerDlgTest::form_texts()
     QFETCH(QString, text);
 
     PrinterDriverManagerDlg dialog(nullptr);
-    const QList<QWidget *> found = dialog.findChildren<QWidget *>(objectName);
-    QCOMPARE(found.size(), 1);
-    QCOMPARE(QString::fromLatin1(found.first()->metaObject()->className()), className);
-    QCOMPARE(found.first()->property("text").toString(), text);
+    QCOMPARE(classAndText(&dialog, objectName), className + QLatin1Char(' ') + text);
 }
 
 void PrinterDriverManagerDlgTest::form_layoutsAsDesigned()
@@ -285,14 +300,11 @@ void PrinterDriverManagerDlgTest::form_layoutsAsDesigned()
             order << QStringLiteral("(spacer)");
         }
     }
-    QCOMPARE(order,
-             (QStringList{
-                 QStringLiteral("btn_installPrinterDriver_"), QStringLiteral("btn_delPrinterDriver_"),
-                 QStringLiteral("btn_printerDriverProperty_"), QStringLiteral("btn_setDefaultPrinterDriver_"),
-                 QStringLiteral("btn_modifyDriverShowName_"),
-                 QStringLiteral("btn_installCustomizedPrinterDriver_"),
-                 QStringLiteral("btn_importDriverPackage_"), QStringLiteral("btn_exportDriverPackage_"),
-                 QStringLiteral("(spacer)"), QStringLiteral("btn_quit_")}));
+    QStringList expected;
+    for (const QString &operation : operations)
+        expected << QStringLiteral("btn_%1_").arg(operation);
+    expected << QStringLiteral("(spacer)") << QStringLiteral("btn_quit_");
+    QCOMPARE(order, expected);
 }
 
 void PrinterDriverManagerDlgTest::form_buttonStylesAndDefaults()
@@ -313,18 +325,11 @@ void PrinterDriverManagerDlgTest::form_buttonStylesAndDefaults()
 
 void PrinterDriverManagerDlgTest::form_slotsInOrder()
 {
-    const QMetaObject &meta = PrinterDriverManagerDlg::staticMetaObject;
-    QStringList methods;
-    for (int i = meta.methodOffset(); i < meta.methodCount(); ++i)
-        methods << QString::fromLatin1(meta.method(i).methodSignature());
-    QCOMPARE(methods,
-             (QStringList{
-                 QStringLiteral("on_installPrinterDriver()"), QStringLiteral("on_delPrinterDriver()"),
-                 QStringLiteral("on_printerDriverProperty()"), QStringLiteral("on_setDefaultPrinterDriver()"),
-                 QStringLiteral("on_modifyDriverShowName()"),
-                 QStringLiteral("on_installCustomizedPrinterDriver()"),
-                 QStringLiteral("on_importDriverPackage()"), QStringLiteral("on_exportDriverPackage()"),
-                 QStringLiteral("on_itemClicked(QListWidgetItem*)"), QStringLiteral("on_quit()")}));
+    QStringList expected;
+    for (const QString &operation : operations)
+        expected << QStringLiteral("on_%1()").arg(operation);
+    expected << QStringLiteral("on_itemClicked(QListWidgetItem*)") << QStringLiteral("on_quit()");
+    QCOMPARE(ownMethods(PrinterDriverManagerDlg::staticMetaObject), expected);
 }
 
 void PrinterDriverManagerDlgTest::emptyList_leavesRowButtonsDisabled()
@@ -392,7 +397,7 @@ void PrinterDriverManagerDlgTest::slots_withoutRow_logAnEmptyLineAndStop()
         QVERIFY(QMetaObject::invokeMethod(&dialog, qPrintable(slot)));
     QStringList lines;
     for (const LogCapture::Entry &entry : log.entries()) {
-        if (sourceOf(entry.file) == dialogSource)
+        if (entry.file == dialogSource)
             lines << QStringLiteral("%1 [%2] %3").arg(entry.function).arg(entry.type).arg(entry.message);
     }
     // The rename slot writes no line of its own.
@@ -473,11 +478,8 @@ void PrinterDriverManagerDlgTest::setDefault_alreadyDefault_logsNothingAndKeepsT
     PrinterDriverManagerDlg dialog(nullptr);
     UserScript script;
     LogCapture log;
-    QStringList texts;
     script.click(dialogClass, QStringLiteral("btn_setDefaultPrinterDriver_"));
-    script.inspect(dialogClass, [&](QWidget *window) { texts = rowTexts(listOf(window)); });
-    script.click(dialogClass, QStringLiteral("btn_quit_"));
-    script.exec(dialog);
+    const QStringList texts = rowsAtQuit(script, dialog);
     VERIFY_SCRIPT(script);
     QCOMPARE(texts, (QStringList{name2513, name3220 + defaultMark}));
     QVERIFY(!log.contains(QtDebugMsg, QStringLiteral("默认的打印机驱动变化了")));
@@ -489,7 +491,6 @@ void PrinterDriverManagerDlgTest::setDefault_failure_warnsAndKeepsTheList()
     installTwo(true);
     PrinterDriverManagerDlg dialog(nullptr);
     UserScript script;
-    QStringList texts;
     script.inspect(dialogClass, [&](QWidget *window) {
         if (!clickRow(listOf(window), 0))
             script.problem(QStringLiteral("cannot click row 0"));
@@ -499,9 +500,7 @@ void PrinterDriverManagerDlgTest::setDefault_failure_warnsAndKeepsTheList()
     });
     script.click(dialogClass, QStringLiteral("btn_setDefaultPrinterDriver_"));
     script.answerMessageBox(QStringLiteral("确定"));
-    script.inspect(dialogClass, [&](QWidget *window) { texts = rowTexts(listOf(window)); });
-    script.click(dialogClass, QStringLiteral("btn_quit_"));
-    script.exec(dialog);
+    const QStringList texts = rowsAtQuit(script, dialog);
     VERIFY_SCRIPT(script);
     QCOMPARE(script.messageBoxes().size(), 1);
     const UserScript::MessageBoxSeen box = script.messageBoxes().first();
@@ -549,7 +548,6 @@ void PrinterDriverManagerDlgTest::rename_refusedName_showsErrorAndKeepsRow()
     installTwo(true);
     PrinterDriverManagerDlg dialog(nullptr);
     UserScript script;
-    QStringList texts;
     script.click(dialogClass, QStringLiteral("btn_modifyDriverShowName_"));
     script.inspect(QStringLiteral("ModifyPrinterDriverNameDlg"), [&](QWidget *window) {
         auto *edit = window->findChild<QLineEdit *>(QStringLiteral("lineEdit_driverShowName_"));
@@ -559,9 +557,7 @@ void PrinterDriverManagerDlgTest::rename_refusedName_showsErrorAndKeepsRow()
         script.clickButton(window, QStringLiteral("btn_ok_"));
     });
     script.answerMessageBox(QStringLiteral("确定"));
-    script.inspect(dialogClass, [&](QWidget *window) { texts = rowTexts(listOf(window)); });
-    script.click(dialogClass, QStringLiteral("btn_quit_"));
-    script.exec(dialog);
+    const QStringList texts = rowsAtQuit(script, dialog);
     VERIFY_SCRIPT(script);
     QCOMPARE(script.messageBoxes().size(), 1);
     QCOMPARE(script.messageBoxes().first().title, QStringLiteral("温馨提示"));
@@ -577,7 +573,6 @@ void PrinterDriverManagerDlgTest::rename_cancelled_changesNothing()
     installTwo(false);
     PrinterDriverManagerDlg dialog(nullptr);
     UserScript script;
-    QStringList texts;
     script.click(dialogClass, QStringLiteral("btn_modifyDriverShowName_"));
     script.inspect(QStringLiteral("ModifyPrinterDriverNameDlg"), [&](QWidget *window) {
         auto *edit = window->findChild<QLineEdit *>(QStringLiteral("lineEdit_driverShowName_"));
@@ -585,9 +580,7 @@ void PrinterDriverManagerDlgTest::rename_cancelled_changesNothing()
         QTest::keyClicks(edit, QStringLiteral("Not taken"));
         script.clickButton(window, QStringLiteral("btn_cancel_"));
     });
-    script.inspect(dialogClass, [&](QWidget *window) { texts = rowTexts(listOf(window)); });
-    script.click(dialogClass, QStringLiteral("btn_quit_"));
-    script.exec(dialog);
+    const QStringList texts = rowsAtQuit(script, dialog);
     VERIFY_SCRIPT(script);
     QCOMPARE(texts, (QStringList{name2513, name3220}));
     QCOMPARE(libraryShowNames(), (QStringList{name2513, name3220}));
@@ -631,12 +624,9 @@ void PrinterDriverManagerDlgTest::install_cancelled_changesNothing()
     QVERIFY(!offerSample(uv3220).isEmpty());
     PrinterDriverManagerDlg dialog(nullptr);
     UserScript script;
-    QStringList texts;
     script.click(dialogClass, QStringLiteral("btn_installPrinterDriver_"));
     script.click(QStringLiteral("InstallPrinterDriverDlg"), QStringLiteral("btn_cancel_"));
-    script.inspect(dialogClass, [&](QWidget *window) { texts = rowTexts(listOf(window)); });
-    script.click(dialogClass, QStringLiteral("btn_quit_"));
-    script.exec(dialog);
+    const QStringList texts = rowsAtQuit(script, dialog);
     VERIFY_SCRIPT(script);
     QCOMPARE(texts, QStringList{name2513});
     QCOMPARE(libraryShowNames(), texts);
@@ -657,10 +647,7 @@ void PrinterDriverManagerDlgTest::property_opensThePropertyDialogOfTheRow()
         title = window->windowTitle();
         script.clickButton(window, QStringLiteral("framelessTitleBar_btnClose"));
     });
-    QStringList texts;
-    script.inspect(dialogClass, [&](QWidget *window) { texts = rowTexts(listOf(window)); });
-    script.click(dialogClass, QStringLiteral("btn_quit_"));
-    script.exec(dialog);
+    const QStringList texts = rowsAtQuit(script, dialog);
     VERIFY_SCRIPT(script);
     QVERIFY(!title.isEmpty());
     QCOMPARE(texts, (QStringList{name2513, name3220 + defaultMark}));
@@ -672,14 +659,11 @@ void PrinterDriverManagerDlgTest::fileDialogs_cancelled_changeNeitherSettingsNor
     installTwo(true);
     PrinterDriverManagerDlg dialog(nullptr);
     UserScript script;
-    QStringList texts;
     script.click(dialogClass, QStringLiteral("btn_importDriverPackage_"));
     script.answerFileDialog(QString());
     script.click(dialogClass, QStringLiteral("btn_exportDriverPackage_"));
     script.answerFileDialog(QString());
-    script.inspect(dialogClass, [&](QWidget *window) { texts = rowTexts(listOf(window)); });
-    script.click(dialogClass, QStringLiteral("btn_quit_"));
-    script.exec(dialog);
+    const QStringList texts = rowsAtQuit(script, dialog);
     VERIFY_SCRIPT(script);
     QCOMPARE(script.fileDialogs().size(), 2);
     QCOMPARE(script.fileDialogs().at(0).caption, QStringLiteral("安装自定义打印机"));
@@ -864,10 +848,7 @@ void PrinterDriverManagerDlgTest::import_everyPrsAlreadyInstalled_addsNoRowAndSh
     script.click(dialogClass, QStringLiteral("btn_importDriverPackage_"));
     script.answerFileDialog(package);
     script.answerMessageBox(QStringLiteral("是"));
-    QStringList texts;
-    script.inspect(dialogClass, [&](QWidget *window) { texts = rowTexts(listOf(window)); });
-    script.click(dialogClass, QStringLiteral("btn_quit_"));
-    script.exec(dialog);
+    const QStringList texts = rowsAtQuit(script, dialog);
     VERIFY_SCRIPT(script);
     QVERIFY(QFile::exists(prs));
     // Only the overwrite question was shown: no error, no new row.
