@@ -10,6 +10,7 @@
 
 #include <list>
 #include <string>
+#include <utility>
 
 namespace {
 
@@ -63,6 +64,9 @@ PrinterDriverManager::PrinterDriverManager()
 {
     if (!handler_) {
         BEX_CRITICAL(lcManager) << "CreateUIPrintParamsHandler failed";
+        // The host's first Initialize() constructs the manager and then calls
+        // load(), which tries once more: one refused call, one line.
+        refusalLogged_ = true;
         return;
     }
     obtainInstalledDrivers();
@@ -77,11 +81,13 @@ PrinterDriverManager::~PrinterDriverManager()
 
 bool PrinterDriverManager::load()
 {
+    const bool refusalLogged = std::exchange(refusalLogged_, false);
     if (handler_)
         return true;
     handler_ = CreateUIPrintParamsHandler();
     if (!handler_) {
-        BEX_CRITICAL(lcManager) << "CreateUIPrintParamsHandler failed";
+        if (!refusalLogged)
+            BEX_CRITICAL(lcManager) << "CreateUIPrintParamsHandler failed";
         return false;
     }
     BEX_DEBUG(lcManager) << "CreateUIPrintParamsHandler success";
@@ -90,6 +96,7 @@ bool PrinterDriverManager::load()
 
 void PrinterDriverManager::unload()
 {
+    refusalLogged_ = false;
     if (!handler_)
         return;
     DestroyUIPrintParamsHandler(handler_);

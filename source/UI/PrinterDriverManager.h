@@ -73,6 +73,9 @@ private:
     bool removeDriver(const QString &driverId);
 
     IUIPrintParamsHandler *handler_ = nullptr;
+    // Set when the constructor's attempt to make a handler failed and was
+    // logged; the next load() retries without logging the same refusal again.
+    bool refusalLogged_ = false;
     QHash<QString, DriverInfoPtr> drivers_;
     QHash<QString, DriverInfoPtr> driversByPrs_; // by bex::prsPathKey of prsPath
     QString defaultDriverId_;

@@ -117,15 +117,21 @@ void UserScript::answerFileDialog(const QString &path)
 
 int UserScript::exec(QDialog &dialog)
 {
+    int result = 0;
+    run([&dialog, &result]() { result = dialog.exec(); });
+    return result;
+}
+
+void UserScript::run(const std::function<void()> &call)
+{
     next_ = 0;
     waited_ = 0;
     stopped_ = false;
     schedule();
-    const int result = dialog.exec();
+    call();
     stopped_ = true;
     if (next_ < steps_.size() && problems_.isEmpty())
         problems_ << QStringLiteral("the dialog closed before the step: ") + steps_.at(next_).what;
-    return result;
 }
 
 UserScript::Matcher UserScript::windowOfClass(const QString &className)

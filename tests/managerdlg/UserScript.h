@@ -56,6 +56,9 @@ public:
 
     // Runs dialog.exec() while the steps play; returns exec()'s result.
     int exec(QDialog &dialog);
+    // Runs call, which opens its windows itself (a host's call into the
+    // module), while the steps play.
+    void run(const std::function<void()> &call);
 
     const QStringList &problems() const { return problems_; }
     const QList<MessageBoxSeen> &messageBoxes() const { return messageBoxes_; }
