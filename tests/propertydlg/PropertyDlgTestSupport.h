@@ -12,6 +12,7 @@
 #include <QPointer>
 #include <QPushButton>
 #include <QTabBar>
+#include <QElapsedTimer>
 #include <QTimer>
 #include <QtTest>
 
@@ -27,8 +28,9 @@ T *child(const QWidget *parent, const QString &name)
 }
 
 // Waits for a modal window other than `owner` to become active and hands it
-// to `act`. Gives up after a few seconds, so that a test whose window never
-// appears fails instead of hanging. Keep the returned object alive until the
+// to `act`. Gives up after a time limit (counted on the clock, not in timer
+// rounds, so that a loaded machine does not end the wait early), so that a
+// test whose window never appears fails instead of hanging. Keep the returned object alive until the
 // action that opens the window has returned.
 class ModalAnswer
 {
@@ -41,7 +43,7 @@ public:
         QObject::connect(&timer_, &QTimer::timeout, &timer_, [this]() {
             QWidget *modal = QApplication::activeModalWidget();
             if (!modal || modal == owner_) {
-                if (++rounds_ > 500)
+                if (waited_.hasExpired(giveUpMs))
                     timer_.stop();
                 return;
             }
@@ -54,6 +56,7 @@ public:
                 if (auto *dialog = qobject_cast<QDialog *>(guard.data()))
                     dialog->reject();
         });
+        waited_.start();
         timer_.start();
     }
 
@@ -62,8 +65,9 @@ public:
 private:
     QPointer<QWidget> owner_;
     std::function<void(QWidget *)> act_;
+    static constexpr qint64 giveUpMs = 20000;
     QTimer timer_;
-    int rounds_ = 0;
+    QElapsedTimer waited_;
     bool answered_ = false;
 };
 
