@@ -364,6 +364,29 @@ QString PrinterDriverPackageHelper::entryRefusalReason(const QString &relativePa
     return QString();
 }
 
+QString PrinterDriverPackageHelper::listingRefusalReason(const QByteArray &listing)
+{
+    QString type;
+    QVector<ListedEntry> entries;
+    if (!parseListing(listing, type, entries))
+        return QStringLiteral("package listing not understood");
+    QSet<QString> seen;
+    for (const ListedEntry &entry : qAsConst(entries)) {
+        const QString reason = listedEntryRefusal(entry);
+        if (!reason.isEmpty())
+            return QStringLiteral("package entry refused - %1: %2").arg(entry.path, reason);
+        // Two entries that a case-insensitive file system takes for one
+        // would make the archiver ask which to keep.
+        const QString folded = entry.path.toCaseFolded();
+        if (seen.contains(folded))
+            return QStringLiteral("package entry refused - %1: name appears twice").arg(entry.path);
+        seen.insert(folded);
+    }
+    if (type.compare(QLatin1String("zip"), Qt::CaseInsensitive) != 0)
+        return QStringLiteral("package is not a zip archive - %1").arg(type);
+    return QString();
+}
+
 bool PrinterDriverPackageHelper::readDriverInfo(const QString &driverId, Package &package)
 {
     IUIPrintParamsHandler *handler = PrinterDriverManager::instance()->getHandler();
@@ -547,30 +570,9 @@ bool checkListing(const QString &program, const QString &packageFilePath)
                                 << run.exitCode;
         return false;
     }
-    QString type;
-    QVector<ListedEntry> entries;
-    if (!parseListing(run.output, type, entries)) {
-        BEX_CRITICAL(lcManager) << "package listing not understood -" << packageFilePath;
-        return false;
-    }
-    QSet<QString> seen;
-    for (const ListedEntry &entry : qAsConst(entries)) {
-        const QString reason = listedEntryRefusal(entry);
-        if (!reason.isEmpty()) {
-            BEX_CRITICAL(lcManager) << "package entry refused -" << entry.path << reason;
-            return false;
-        }
-        // Two entries that a case-insensitive file system takes for one
-        // would make the archiver ask which to keep.
-        const QString folded = entry.path.toCaseFolded();
-        if (seen.contains(folded)) {
-            BEX_CRITICAL(lcManager) << "package entry refused -" << entry.path << "name appears twice";
-            return false;
-        }
-        seen.insert(folded);
-    }
-    if (type.compare(QLatin1String("zip"), Qt::CaseInsensitive) != 0) {
-        BEX_CRITICAL(lcManager) << "package is not a zip archive -" << packageFilePath << type;
+    const QString reason = PrinterDriverPackageHelper::listingRefusalReason(run.output);
+    if (!reason.isEmpty()) {
+        BEX_CRITICAL(lcManager).noquote() << reason;
         return false;
     }
     return true;

@@ -678,7 +678,7 @@ private slots:
         zip = ZipWriter();
         addValidEntries(zip);
         zip.add("H/bin/a\nPath = H/bin/b", "line break");
-        QTest::newRow("line break in a name") << zip.archive() << "package";
+        QTest::newRow("line break in a name") << zip.archive() << "control character";
 
         zip = ZipWriter();
         addValidEntries(zip);
