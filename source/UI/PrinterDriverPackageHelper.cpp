@@ -758,7 +758,10 @@ bool PrinterDriverPackageHelper::importPackage(const QString &packageFilePath, Q
             QFile::setPermissions(file.destination, QFileDevice::WriteOther);
             QFile::remove(file.destination);
         }
-        if (!QFile::copy(file.source, file.destination)) {
+        // The unpacked file is moved rather than copied: the working folder
+        // goes afterwards anyway, and a package of hundreds of megabytes is
+        // not written twice. Across file systems this falls back to a copy.
+        if (!QFile::rename(file.source, file.destination)) {
             // Deliberately reported as done: the caller installs what the
             // list holds, and the working folder stays for a look.
             BEX_CRITICAL(lcManager) << "copy failed -" << file.source << file.destination;
