@@ -30,6 +30,7 @@
 #include <qt_windows.h>
 #else
 #include <sys/stat.h>
+#include <unistd.h>
 #endif
 
 namespace {
@@ -300,6 +301,19 @@ QString componentRefusalReason(const QString &component)
     return QString();
 }
 
+// Puts a file into an export's working folder. Where the file system
+// allows, a second name for the same file is made instead of a copy: the
+// archiver reads the same bytes, and a driver with hundreds of megabytes of
+// profiles is not written twice before it is packed.
+bool linkOrCopy(const QString &source, const QString &destination)
+{
+#ifndef Q_OS_WIN
+    if (::link(QFile::encodeName(source).constData(), QFile::encodeName(destination).constData()) == 0)
+        return true;
+#endif
+    return QFile::copy(source, destination);
+}
+
 // A file of the unpacked package and where it goes.
 struct ImportFile
 {
@@ -516,7 +530,7 @@ bool PrinterDriverPackageHelper::encode(const QString &packageFilePath, const QS
         }
         if (QFileInfo::exists(destination))
             continue;
-        if (!QFile::copy(file, destination)) {
+        if (!linkOrCopy(file, destination)) {
             BEX_CRITICAL(lcManager) << "copy failed -" << file << destination;
             return false;
         }
