@@ -79,18 +79,24 @@ void checkListing(const QByteArray &bytes)
 {
     if (!PrinterDriverPackageHelper::listingRefusalReason(bytes).isEmpty())
         return;
-    const int start = bytes.indexOf("----------");
-    if (start < 0)
-        std::abort();
-    const QList<QByteArray> lines = bytes.mid(start).split('\n');
+    // Entries follow the first line that is exactly "----------"; the block
+    // above it describes the archive itself.
+    bool inEntries = false;
+    const QList<QByteArray> lines = bytes.split('\n');
     for (QByteArray line : lines) {
         if (line.endsWith('\r'))
             line.chop(1);
+        if (!inEntries) {
+            inEntries = line == "----------";
+            continue;
+        }
         if (!line.startsWith("Path = "))
             continue;
         if (!PrinterDriverPackageHelper::entryRefusalReason(QString::fromUtf8(line.mid(7))).isEmpty())
             std::abort();
     }
+    if (!inEntries)
+        std::abort();
 }
 
 } // namespace
