@@ -1,5 +1,6 @@
 #include "UI/PrinterDriverPackageHelper.h"
 
+#include "Common/HandlerText.h"
 #include "Common/Logging.h"
 #include "Config/PrinterDriverConfig.h"
 #include "TempPrsFileName.h"
@@ -53,17 +54,6 @@ QString makeWorkFolder(const QString &tempDir, const QString &kind)
     return tempDir + kind +
            QStringLiteral("%1_%2_%3").arg(cachedProcessId(), 0, 10).arg(number, 0, 10).arg(now, 0, 10) +
            QLatin1Char('/');
-}
-
-// A fixed text field of a handler record, read up to its zero but never past
-// its end.
-template <std::size_t N>
-QString fieldText(const char (&field)[N])
-{
-    std::size_t length = 0;
-    while (length < N && field[length] != '\0')
-        ++length;
-    return QString::fromLocal8Bit(field, int(length));
 }
 
 QString withTrailingSlash(QString root)
@@ -182,6 +172,32 @@ NodeKind nodeKind(const QString &path)
         return NodeKind::Other;
     return status.st_nlink > 1 ? NodeKind::HardLinkedFile : NodeKind::File;
 #endif
+}
+
+// Why a node of the working folder may not be installed, or an empty text.
+QString nodeKindRefusal(NodeKind kind)
+{
+    switch (kind) {
+    case NodeKind::File:
+    case NodeKind::Directory:
+        break;
+    case NodeKind::Link:
+        return QStringLiteral("link");
+    case NodeKind::HardLinkedFile:
+        return QStringLiteral("hard link");
+    case NodeKind::Missing:
+        // Listed by its decoded name but not found under it: the name on
+        // disk is not valid text.
+        return QStringLiteral("name that is not valid text");
+    case NodeKind::Other:
+        return QStringLiteral("not a file or folder");
+    }
+    return QString();
+}
+
+QString entryRefusedText(const QString &path, const QString &reason)
+{
+    return QStringLiteral("package entry refused - %1: %2").arg(path, reason);
 }
 
 // One entry of the archiver's technical listing ("l -slt").
@@ -388,12 +404,12 @@ QString PrinterDriverPackageHelper::listingRefusalReason(const QByteArray &listi
     for (const ListedEntry &entry : qAsConst(entries)) {
         const QString reason = listedEntryRefusal(entry);
         if (!reason.isEmpty())
-            return QStringLiteral("package entry refused - %1: %2").arg(entry.path, reason);
+            return entryRefusedText(entry.path, reason);
         // Two entries that a case-insensitive file system takes for one
         // would make the archiver ask which to keep.
         const QString folded = entry.path.toCaseFolded();
         if (seen.contains(folded))
-            return QStringLiteral("package entry refused - %1: name appears twice").arg(entry.path);
+            return entryRefusedText(entry.path, QStringLiteral("name appears twice"));
         seen.insert(folded);
     }
     if (type.compare(QLatin1String("zip"), Qt::CaseInsensitive) != 0)
@@ -601,26 +617,11 @@ bool checkUnpackedTree(const QString &workDir)
     while (it.hasNext()) {
         const QString path = it.next();
         const QString relative = path.mid(workDir.size());
-        switch (nodeKind(path)) {
-        case NodeKind::File:
-        case NodeKind::Directory:
-            break;
-        case NodeKind::Link:
-            BEX_CRITICAL(lcManager) << "package entry refused -" << relative << "link";
-            return false;
-        case NodeKind::HardLinkedFile:
-            BEX_CRITICAL(lcManager) << "package entry refused -" << relative << "hard link";
-            return false;
-        case NodeKind::Missing:
-            BEX_CRITICAL(lcManager) << "package entry refused -" << relative << "name that is not valid text";
-            return false;
-        case NodeKind::Other:
-            BEX_CRITICAL(lcManager) << "package entry refused -" << relative << "not a file or folder";
-            return false;
-        }
-        const QString reason = PrinterDriverPackageHelper::entryRefusalReason(relative);
+        QString reason = nodeKindRefusal(nodeKind(path));
+        if (reason.isEmpty())
+            reason = PrinterDriverPackageHelper::entryRefusalReason(relative);
         if (!reason.isEmpty()) {
-            BEX_CRITICAL(lcManager) << "package entry refused -" << relative << reason;
+            BEX_CRITICAL(lcManager).noquote() << entryRefusedText(relative, reason);
             return false;
         }
     }
