@@ -4,13 +4,15 @@
 
 #include "FramelessWidget/Common/CommonFramelessMessageBox.h"
 
-#include <QAbstractButton>
 #include <QApplication>
 #include <QDir>
 #include <QDirIterator>
 #include <QFile>
 #include <QFileInfo>
 #include <QProcess>
+#include <QPushButton>
+
+#include <algorithm>
 
 #include <fcntl.h>
 #include <linux/fs.h>
@@ -32,10 +34,27 @@ void MessageBoxAnswerer::poll()
         return;
     const auto *text = box->findChild<MessageBoxTextEdit *>();
     texts_.append(text ? text->messageText() : QString());
-    const QList<QAbstractButton *> buttons = box->findChildren<QAbstractButton *>();
-    for (QAbstractButton *button : buttons) {
-        if (button->objectName() == QLatin1String("framelessMessageBox_btn") &&
-            button->text() == buttonText_) {
+    titles_.append(box->windowTitle());
+    cursorOverridden_ = cursorOverridden_ || QApplication::overrideCursor() != nullptr;
+    QList<QPushButton *> buttons;
+    const QList<QPushButton *> children = box->findChildren<QPushButton *>();
+    for (QPushButton *button : children) {
+        if (button->objectName() == QLatin1String("framelessMessageBox_btn"))
+            buttons.append(button);
+    }
+    std::sort(buttons.begin(), buttons.end(),
+              [](const QPushButton *a, const QPushButton *b) { return a->x() < b->x(); });
+    QStringList row;
+    QString defaultButton;
+    for (const QPushButton *button : qAsConst(buttons)) {
+        row.append(button->text());
+        if (button->isDefault())
+            defaultButton = button->text();
+    }
+    buttonRows_.append(row.join(QLatin1Char('|')));
+    defaultButtons_.append(defaultButton);
+    for (QPushButton *button : qAsConst(buttons)) {
+        if (button->text() == buttonText_) {
             button->click();
             return;
         }

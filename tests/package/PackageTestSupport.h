@@ -7,6 +7,8 @@
 #include <QStringList>
 #include <QTimer>
 
+class QWidget;
+
 // Answers the message boxes that appear while a test runs, the way an
 // operator does: it waits for the box to become the active modal window,
 // notes its text and clicks the button with the given text. A box without
@@ -20,14 +22,26 @@ public:
 
     // The texts of the boxes answered so far.
     QStringList texts() const { return texts_; }
+    // Their titles, and the texts of their buttons in order ("是|否").
+    QStringList titles() const { return titles_; }
+    QStringList buttonRows() const { return buttonRows_; }
+    // The text of the default button of each box.
+    QStringList defaultButtons() const { return defaultButtons_; }
     bool buttonMissing() const { return buttonMissing_; }
+    // Whether an override cursor (the wait cursor) was set while a box was
+    // open.
+    bool cursorOverriddenWhileOpen() const { return cursorOverridden_; }
 
 private:
     void poll();
 
     QString buttonText_;
     QStringList texts_;
+    QStringList titles_;
+    QStringList buttonRows_;
+    QStringList defaultButtons_;
     bool buttonMissing_ = false;
+    bool cursorOverridden_ = false;
     QTimer timer_;
 };
 

@@ -486,6 +486,13 @@ private slots:
         QCOMPARE(answerer.texts().size(), 1);
         QVERIFY(!answerer.buttonMissing());
         QVERIFY(answerer.texts().first().contains(QStringLiteral("Bex sRGB v4.icc")));
+        QCOMPARE(answerer.titles(), QStringList{QStringLiteral("温馨提示")});
+        QCOMPARE(answerer.buttonRows(), QStringList{QStringLiteral("是|否")});
+        // Enter alone answers no.
+        QCOMPARE(answerer.defaultButtons(), QStringList{QStringLiteral("否")});
+        // The wait cursor is gone while the operator is asked, and after.
+        QVERIFY(!answerer.cursorOverriddenWhileOpen());
+        QCOMPARE(QApplication::overrideCursor(), nullptr);
         QCOMPARE(prsFiles, QStringList());
         QCOMPARE(appDirSnapshot(), before);
         QCOMPARE(folderEntries(QStringLiteral("cache/import")), QStringList());
