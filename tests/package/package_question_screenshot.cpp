@@ -3,7 +3,8 @@
 // of its own application directory and imports it again, so the question
 // lists the files that would be replaced; the picture is taken while the box
 // is open and the box is then answered "否" (No), so nothing is replaced.
-// Like a host, it applies the frameless style sheet that the module carries.
+// Like a host, it applies the frameless style sheet that the module carries,
+// followed by its own rules for what that sheet leaves open.
 //   xvfb-run -a ./package_question_screenshot <output.png> [--english]
 
 #include "Config/UIModuleConfig.h"
@@ -36,7 +37,12 @@ int main(int argc, char *argv[])
         std::fprintf(stderr, "cannot read the frameless style sheet\n");
         return 1;
     }
-    app.setStyleSheet(QString::fromUtf8(styleSheet.readAll()));
+    // What the module's sheet leaves to the host: the size of the box's
+    // buttons and the colour of their text.
+    app.setStyleSheet(
+        QString::fromUtf8(styleSheet.readAll()) +
+        QStringLiteral("\nQPushButton#framelessMessageBox_btn { min-width: 72px; min-height: 28px; "
+                       "color: white; }\n"));
 
     PrinterDriverManager *manager = PrinterDriverManager::instance();
     const QString prs =
