@@ -30,8 +30,13 @@
 #ifdef Q_OS_WIN
 #include <qt_windows.h>
 #else
+#include <dirent.h>
 #include <sys/stat.h>
 #include <unistd.h>
+
+#include <cerrno>
+#include <cstring>
+#include <vector>
 #endif
 
 namespace {
@@ -330,6 +335,46 @@ bool linkOrCopy(const QString &source, const QString &destination)
     return QFile::copy(source, destination);
 }
 
+#ifndef Q_OS_WIN
+// Removes a file or a folder with everything below it, by the names as they
+// are stored, so that names which are not valid text go too. Links are
+// removed, never followed.
+bool removeTree(const QByteArray &path)
+{
+    struct stat status = {};
+    if (::lstat(path.constData(), &status) != 0)
+        return errno == ENOENT;
+    if (!S_ISDIR(status.st_mode))
+        return ::unlink(path.constData()) == 0;
+    std::vector<QByteArray> names;
+    if (DIR *dir = ::opendir(path.constData())) {
+        while (const dirent *entry = ::readdir(dir)) {
+            if (std::strcmp(entry->d_name, ".") != 0 && std::strcmp(entry->d_name, "..") != 0)
+                names.emplace_back(entry->d_name);
+        }
+        ::closedir(dir);
+    }
+    bool removed = true;
+    for (const QByteArray &name : names)
+        removed = removeTree(path + '/' + name) && removed;
+    return ::rmdir(path.constData()) == 0 && removed;
+}
+#endif
+
+// Removes a working folder with its contents, whatever names a package left
+// in it.
+void removeWorkFolder(const QString &workDir)
+{
+#ifdef Q_OS_WIN
+    QDir(workDir).removeRecursively();
+#else
+    QString path = workDir;
+    while (path.size() > 1 && path.endsWith(QLatin1Char('/')))
+        path.chop(1);
+    removeTree(QFile::encodeName(path));
+#endif
+}
+
 // A file of the unpacked package and where it goes.
 struct ImportFile
 {
@@ -582,7 +627,7 @@ bool PrinterDriverPackageHelper::exportPackage(const QString &packageFilePath, c
         makeWorkFolder(PrinterDriverConfig::instance()->tempDir(), QStringLiteral("export/"));
     if (!encode(packageFilePath, workDir, package))
         return false;
-    QDir(workDir).removeRecursively();
+    removeWorkFolder(workDir);
     return true;
 }
 
@@ -698,7 +743,7 @@ bool PrinterDriverPackageHelper::importPackage(const QString &packageFilePath, Q
     }
     // Whatever is refused below leaves nothing of the package behind.
     const auto refuse = [&workDir]() {
-        QDir(workDir).removeRecursively();
+        removeWorkFolder(workDir);
         return false;
     };
 
@@ -785,6 +830,6 @@ bool PrinterDriverPackageHelper::importPackage(const QString &packageFilePath, Q
         if (file.isPrs)
             prsFilePaths.append(file.destination);
     }
-    QDir(workDir).removeRecursively();
+    removeWorkFolder(workDir);
     return true;
 }
