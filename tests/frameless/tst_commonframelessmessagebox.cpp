@@ -61,7 +61,8 @@ private slots:
     void question_secondButtonReturnsOne();
     void question_firstButtonReturnsZero();
     void titleBarClose_returnsMinusOne();
-    void escape_returnsFirstButtonIndex();
+    void escape_answersNo();
+    void windowClose_answersNo();
     void checkBox_stateReachesChecked();
     void checkBox_nullCheckedPointerIsAllowed();
     void checkBox_hiddenWithoutText();
@@ -111,12 +112,20 @@ void CommonFramelessMessageBoxTest::titleBarClose_returnsMinusOne()
              -1);
 }
 
-void CommonFramelessMessageBoxTest::escape_returnsFirstButtonIndex()
+void CommonFramelessMessageBoxTest::escape_answersNo()
 {
     whenMessageBoxShown([](QWidget *box) { QTest::keyClick(box, Qt::Key_Escape); });
     QCOMPARE(CommonFramelessMessageBox::warning(nullptr, QStringLiteral("温馨提示"), QStringLiteral("文本"),
                                                 QStringLiteral("是"), QStringLiteral("否")),
-             0);
+             -1);
+}
+
+void CommonFramelessMessageBoxTest::windowClose_answersNo()
+{
+    whenMessageBoxShown([](QWidget *box) { box->close(); });
+    QCOMPARE(CommonFramelessMessageBox::question(nullptr, QStringLiteral("温馨提示"), QStringLiteral("文本"),
+                                                 QStringLiteral("是"), QStringLiteral("否")),
+             -1);
 }
 
 void CommonFramelessMessageBoxTest::checkBox_stateReachesChecked()

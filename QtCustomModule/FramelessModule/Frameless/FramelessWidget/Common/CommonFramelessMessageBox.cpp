@@ -182,6 +182,11 @@ int CommonFramelessMessageBox::exec()
     return result < 0 ? -1 : result;
 }
 
+void CommonFramelessMessageBox::reject()
+{
+    done(-1);
+}
+
 int CommonFramelessMessageBox::showMessageBox(QWidget *parent, int iconKind, const QString &title,
                                               const QString &text, const QStringList &buttons,
                                               int defaultButton, const QString &checkBoxText, bool *checked,

@@ -73,6 +73,10 @@ public:
     static QPixmap iconPixmap(int iconKind);
 
     int exec() override;
+    // Escape and a close by the window manager answer "no" (-1), like the
+    // title bar's close button, never the first button: a box that asks
+    // before deleting or replacing files must not agree by a key press.
+    void reject() override;
 
 private:
     CommonFramelessMessageBox(QWidget *parent, Qt::Alignment buttonAlignment);
