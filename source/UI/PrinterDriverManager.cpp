@@ -1,5 +1,6 @@
 #include "UI/PrinterDriverManager.h"
 
+#include "Common/HandlerText.h"
 #include "Common/Logging.h"
 #include "Common/PrsPath.h"
 #include "Config/PrinterDriverConfig.h"
@@ -19,17 +20,6 @@ namespace {
 std::string toLocal(const QString &text)
 {
     return text.toLocal8Bit().toStdString();
-}
-
-// A fixed text field of a handler record, read up to its zero but never past
-// its end.
-template <std::size_t N>
-QString fieldText(const char (&field)[N])
-{
-    std::size_t length = 0;
-    while (length < N && field[length] != '\0')
-        ++length;
-    return QString::fromLocal8Bit(field, int(length));
 }
 
 PrinterDriverManager::DriverInfoPtr makeDriverInfo(const printerInfoItem &item)

@@ -1,5 +1,6 @@
 #include "UI/PrinterDriverPackageHelper.h"
 
+#include "Common/HandlerText.h"
 #include "Common/Logging.h"
 #include "Config/PrinterDriverConfig.h"
 #include "TempPrsFileName.h"
@@ -29,7 +30,13 @@
 #ifdef Q_OS_WIN
 #include <qt_windows.h>
 #else
+#include <dirent.h>
 #include <sys/stat.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstring>
+#include <vector>
 #endif
 
 namespace {
@@ -52,17 +59,6 @@ QString makeWorkFolder(const QString &tempDir, const QString &kind)
     return tempDir + kind +
            QStringLiteral("%1_%2_%3").arg(cachedProcessId(), 0, 10).arg(number, 0, 10).arg(now, 0, 10) +
            QLatin1Char('/');
-}
-
-// A fixed text field of a handler record, read up to its zero but never past
-// its end.
-template <std::size_t N>
-QString fieldText(const char (&field)[N])
-{
-    std::size_t length = 0;
-    while (length < N && field[length] != '\0')
-        ++length;
-    return QString::fromLocal8Bit(field, int(length));
 }
 
 QString withTrailingSlash(QString root)
@@ -183,6 +179,32 @@ NodeKind nodeKind(const QString &path)
 #endif
 }
 
+// Why a node of the working folder may not be installed, or an empty text.
+QString nodeKindRefusal(NodeKind kind)
+{
+    switch (kind) {
+    case NodeKind::File:
+    case NodeKind::Directory:
+        break;
+    case NodeKind::Link:
+        return QStringLiteral("link");
+    case NodeKind::HardLinkedFile:
+        return QStringLiteral("hard link");
+    case NodeKind::Missing:
+        // Listed by its decoded name but not found under it: the name on
+        // disk is not valid text.
+        return QStringLiteral("name that is not valid text");
+    case NodeKind::Other:
+        return QStringLiteral("not a file or folder");
+    }
+    return QString();
+}
+
+QString entryRefusedText(const QString &path, const QString &reason)
+{
+    return QStringLiteral("package entry refused - %1: %2").arg(path, reason);
+}
+
 // One entry of the archiver's technical listing ("l -slt").
 struct ListedEntry
 {
@@ -300,6 +322,59 @@ QString componentRefusalReason(const QString &component)
     return QString();
 }
 
+// Puts a file into an export's working folder. Where the file system
+// allows, a second name for the same file is made instead of a copy: the
+// archiver reads the same bytes, and a driver with hundreds of megabytes of
+// profiles is not written twice before it is packed.
+bool linkOrCopy(const QString &source, const QString &destination)
+{
+#ifndef Q_OS_WIN
+    if (::link(QFile::encodeName(source).constData(), QFile::encodeName(destination).constData()) == 0)
+        return true;
+#endif
+    return QFile::copy(source, destination);
+}
+
+#ifndef Q_OS_WIN
+// Removes a file or a folder with everything below it, by the names as they
+// are stored, so that names which are not valid text go too. Links are
+// removed, never followed.
+bool removeTree(const QByteArray &path)
+{
+    struct stat status = {};
+    if (::lstat(path.constData(), &status) != 0)
+        return errno == ENOENT;
+    if (!S_ISDIR(status.st_mode))
+        return ::unlink(path.constData()) == 0;
+    std::vector<QByteArray> names;
+    if (DIR *dir = ::opendir(path.constData())) {
+        while (const dirent *entry = ::readdir(dir)) {
+            if (std::strcmp(entry->d_name, ".") != 0 && std::strcmp(entry->d_name, "..") != 0)
+                names.emplace_back(entry->d_name);
+        }
+        ::closedir(dir);
+    }
+    bool removed = true;
+    for (const QByteArray &name : names)
+        removed = removeTree(path + '/' + name) && removed;
+    return ::rmdir(path.constData()) == 0 && removed;
+}
+#endif
+
+// Removes a working folder with its contents, whatever names a package left
+// in it.
+void removeWorkFolder(const QString &workDir)
+{
+#ifdef Q_OS_WIN
+    QDir(workDir).removeRecursively();
+#else
+    QString path = workDir;
+    while (path.size() > 1 && path.endsWith(QLatin1Char('/')))
+        path.chop(1);
+    removeTree(QFile::encodeName(path));
+#endif
+}
+
 // A file of the unpacked package and where it goes.
 struct ImportFile
 {
@@ -361,6 +436,29 @@ QString PrinterDriverPackageHelper::entryRefusalReason(const QString &relativePa
         if (!reason.isEmpty())
             return reason;
     }
+    return QString();
+}
+
+QString PrinterDriverPackageHelper::listingRefusalReason(const QByteArray &listing)
+{
+    QString type;
+    QVector<ListedEntry> entries;
+    if (!parseListing(listing, type, entries))
+        return QStringLiteral("package listing not understood");
+    QSet<QString> seen;
+    for (const ListedEntry &entry : qAsConst(entries)) {
+        const QString reason = listedEntryRefusal(entry);
+        if (!reason.isEmpty())
+            return entryRefusedText(entry.path, reason);
+        // Two entries that a case-insensitive file system takes for one
+        // would make the archiver ask which to keep.
+        const QString folded = entry.path.toCaseFolded();
+        if (seen.contains(folded))
+            return entryRefusedText(entry.path, QStringLiteral("name appears twice"));
+        seen.insert(folded);
+    }
+    if (type.compare(QLatin1String("zip"), Qt::CaseInsensitive) != 0)
+        return QStringLiteral("package is not a zip archive - %1").arg(type);
     return QString();
 }
 
@@ -493,7 +591,7 @@ bool PrinterDriverPackageHelper::encode(const QString &packageFilePath, const QS
         }
         if (QFileInfo::exists(destination))
             continue;
-        if (!QFile::copy(file, destination)) {
+        if (!linkOrCopy(file, destination)) {
             BEX_CRITICAL(lcManager) << "copy failed -" << file << destination;
             return false;
         }
@@ -529,7 +627,7 @@ bool PrinterDriverPackageHelper::exportPackage(const QString &packageFilePath, c
         makeWorkFolder(PrinterDriverConfig::instance()->tempDir(), QStringLiteral("export/"));
     if (!encode(packageFilePath, workDir, package))
         return false;
-    QDir(workDir).removeRecursively();
+    removeWorkFolder(workDir);
     return true;
 }
 
@@ -547,30 +645,9 @@ bool checkListing(const QString &program, const QString &packageFilePath)
                                 << run.exitCode;
         return false;
     }
-    QString type;
-    QVector<ListedEntry> entries;
-    if (!parseListing(run.output, type, entries)) {
-        BEX_CRITICAL(lcManager) << "package listing not understood -" << packageFilePath;
-        return false;
-    }
-    QSet<QString> seen;
-    for (const ListedEntry &entry : qAsConst(entries)) {
-        const QString reason = listedEntryRefusal(entry);
-        if (!reason.isEmpty()) {
-            BEX_CRITICAL(lcManager) << "package entry refused -" << entry.path << reason;
-            return false;
-        }
-        // Two entries that a case-insensitive file system takes for one
-        // would make the archiver ask which to keep.
-        const QString folded = entry.path.toCaseFolded();
-        if (seen.contains(folded)) {
-            BEX_CRITICAL(lcManager) << "package entry refused -" << entry.path << "name appears twice";
-            return false;
-        }
-        seen.insert(folded);
-    }
-    if (type.compare(QLatin1String("zip"), Qt::CaseInsensitive) != 0) {
-        BEX_CRITICAL(lcManager) << "package is not a zip archive -" << packageFilePath << type;
+    const QString reason = PrinterDriverPackageHelper::listingRefusalReason(run.output);
+    if (!reason.isEmpty()) {
+        BEX_CRITICAL(lcManager).noquote() << reason;
         return false;
     }
     return true;
@@ -585,26 +662,11 @@ bool checkUnpackedTree(const QString &workDir)
     while (it.hasNext()) {
         const QString path = it.next();
         const QString relative = path.mid(workDir.size());
-        switch (nodeKind(path)) {
-        case NodeKind::File:
-        case NodeKind::Directory:
-            break;
-        case NodeKind::Link:
-            BEX_CRITICAL(lcManager) << "package entry refused -" << relative << "link";
-            return false;
-        case NodeKind::HardLinkedFile:
-            BEX_CRITICAL(lcManager) << "package entry refused -" << relative << "hard link";
-            return false;
-        case NodeKind::Missing:
-            BEX_CRITICAL(lcManager) << "package entry refused -" << relative << "name that is not valid text";
-            return false;
-        case NodeKind::Other:
-            BEX_CRITICAL(lcManager) << "package entry refused -" << relative << "not a file or folder";
-            return false;
-        }
-        const QString reason = PrinterDriverPackageHelper::entryRefusalReason(relative);
+        QString reason = nodeKindRefusal(nodeKind(path));
+        if (reason.isEmpty())
+            reason = PrinterDriverPackageHelper::entryRefusalReason(relative);
         if (!reason.isEmpty()) {
-            BEX_CRITICAL(lcManager) << "package entry refused -" << relative << reason;
+            BEX_CRITICAL(lcManager).noquote() << entryRefusedText(relative, reason);
             return false;
         }
     }
@@ -681,7 +743,7 @@ bool PrinterDriverPackageHelper::importPackage(const QString &packageFilePath, Q
     }
     // Whatever is refused below leaves nothing of the package behind.
     const auto refuse = [&workDir]() {
-        QDir(workDir).removeRecursively();
+        removeWorkFolder(workDir);
         return false;
     };
 
@@ -756,7 +818,10 @@ bool PrinterDriverPackageHelper::importPackage(const QString &packageFilePath, Q
             QFile::setPermissions(file.destination, QFileDevice::WriteOther);
             QFile::remove(file.destination);
         }
-        if (!QFile::copy(file.source, file.destination)) {
+        // The unpacked file is moved rather than copied: the working folder
+        // goes afterwards anyway, and a package of hundreds of megabytes is
+        // not written twice. Across file systems this falls back to a copy.
+        if (!QFile::rename(file.source, file.destination)) {
             // Deliberately reported as done: the caller installs what the
             // list holds, and the working folder stays for a look.
             BEX_CRITICAL(lcManager) << "copy failed -" << file.source << file.destination;
@@ -765,6 +830,6 @@ bool PrinterDriverPackageHelper::importPackage(const QString &packageFilePath, Q
         if (file.isPrs)
             prsFilePaths.append(file.destination);
     }
-    QDir(workDir).removeRecursively();
+    removeWorkFolder(workDir);
     return true;
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QByteArray>
 #include <QString>
 #include <QStringList>
 
@@ -59,6 +60,13 @@ public:
     // that Windows cannot hold, and components longer than a file system
     // allows.
     static QString entryRefusalReason(const QString &relativePath);
+
+    // Why an archive may not be unpacked, judged from the archiver's
+    // technical listing of it ("l -slt"): an entry refused by
+    // entryRefusalReason, a link or special file, a name that appears twice
+    // (ignoring case), an archive that is not a zip, or a listing that cannot
+    // be read. An empty text when it may be unpacked.
+    static QString listingRefusalReason(const QByteArray &listing);
 
     // The archiver in the application directory.
     static QString archiverPath();

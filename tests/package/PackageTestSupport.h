@@ -1,0 +1,68 @@
+#pragma once
+
+#include <QByteArray>
+#include <QMap>
+#include <QObject>
+#include <QString>
+#include <QStringList>
+#include <QTimer>
+
+class QWidget;
+
+// Answers the message boxes that appear while a test runs, the way an
+// operator does: it waits for the box to become the active modal window,
+// notes its text and clicks the button with the given text. A box without
+// that button is closed through its title bar, so a test never hangs on it.
+class MessageBoxAnswerer : public QObject
+{
+    Q_OBJECT
+
+public:
+    explicit MessageBoxAnswerer(const QString &buttonText);
+
+    // The texts of the boxes answered so far.
+    QStringList texts() const { return texts_; }
+    // Their titles, and the texts of their buttons in order ("是|否").
+    QStringList titles() const { return titles_; }
+    QStringList buttonRows() const { return buttonRows_; }
+    // The text of the default button of each box.
+    QStringList defaultButtons() const { return defaultButtons_; }
+    bool buttonMissing() const { return buttonMissing_; }
+    // Whether an override cursor (the wait cursor) was set while a box was
+    // open.
+    bool cursorOverriddenWhileOpen() const { return cursorOverridden_; }
+
+private:
+    void poll();
+
+    QString buttonText_;
+    QStringList texts_;
+    QStringList titles_;
+    QStringList buttonRows_;
+    QStringList defaultButtons_;
+    bool buttonMissing_ = false;
+    bool cursorOverridden_ = false;
+    QTimer timer_;
+};
+
+namespace PackageTestSupport {
+
+// What lies below a folder, without following links: relative path ->
+// "dir", "link:<target>" or the file's bytes prefixed with "file:".
+// Folders listed in skip (relative, no trailing slash) are left out.
+QMap<QString, QByteArray> snapshot(const QString &folder, const QStringList &skip = {});
+
+// Runs the staged archiver in the test's application directory and returns
+// its standard output; exitCode receives its exit code.
+QByteArray runArchiver(const QStringList &arguments, int *exitCode = nullptr);
+
+// The entry paths of an archive, from the archiver's technical listing.
+QStringList archiveEntries(const QString &archivePath);
+
+// Makes a file unremovable and unchangeable (immutable attribute when the
+// process may set it, else a read-only folder), so that a copy onto it fails.
+// Returns false when neither is possible. restoreWritable() undoes it.
+bool makeUnreplaceable(const QString &filePath);
+void restoreWritable(const QString &filePath);
+
+} // namespace PackageTestSupport

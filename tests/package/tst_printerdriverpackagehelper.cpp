@@ -1,0 +1,839 @@
+// PrinterDriverPackageHelper with the open print-parameter library, the
+// sample drivers and the real archiver staged in the application directory:
+// packages made by an export are laid out as a driver's "dtp/" files, come
+// back whole on import, never replace a file without the operator's "是",
+// and packages from elsewhere that could write outside "dtp/" are refused
+// with nothing copied.
+
+#include "LogCapture.h"
+#include "PackageTestSupport.h"
+#include "SampleDriverFiles.h"
+#include "TestAppDir.h"
+#include "ZipWriter.h"
+
+#include "Config/PrinterDriverConfig.h"
+#include "UI/PrinterDriverManager.h"
+#include "UI/PrinterDriverPackageHelper.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QRegularExpression>
+#include <QSet>
+#include <QtTest>
+
+#include <unistd.h>
+
+using namespace PackageTestSupport;
+
+namespace {
+
+const QString kSample = QStringLiteral("BexUV2513_CMYKWV");
+
+PrinterDriverManager *manager()
+{
+    return PrinterDriverManager::instance();
+}
+
+QString packagePath(const QString &name)
+{
+    return TestAppDir::filePath(QStringLiteral("packages/") + name);
+}
+
+// Every profile that any combination of a sample driver names, as the
+// archive holds it: read from the sample's own .prs text.
+QSet<QString> profilesNamedBy(const QString &prsFilePath)
+{
+    QFile file(prsFilePath);
+    if (!file.open(QIODevice::ReadOnly))
+        return {};
+    const QString text = QString::fromUtf8(file.readAll());
+    static const QRegularExpression iccName(QStringLiteral("\"(rgb|cmyk|output)\"\\s*:\\s*\"([^\"]+)\""));
+    const QMap<QString, QString> folders = {
+        {QStringLiteral("rgb"), QStringLiteral("bin/ICC Profile/RGB/")},
+        {QStringLiteral("cmyk"), QStringLiteral("bin/ICC Profile/CMYK/")},
+        {QStringLiteral("output"), QStringLiteral("bin/ICC Profile/OUTPUT/")}};
+    QSet<QString> result;
+    auto it = iccName.globalMatch(text);
+    while (it.hasNext()) {
+        const auto match = it.next();
+        result.insert(folders.value(match.captured(1)) + match.captured(2));
+    }
+    return result;
+}
+
+QStringList folderEntries(const QString &relative)
+{
+    return QDir(TestAppDir::filePath(relative))
+        .entryList(QDir::AllEntries | QDir::NoDotAndDotDot | QDir::Hidden);
+}
+
+// The application directory without the folders that the helper works in
+// and the tests keep their packages in.
+QMap<QString, QByteArray> appDirSnapshot()
+{
+    return snapshot(TestAppDir::path(), {QStringLiteral("cache"), QStringLiteral("packages")});
+}
+
+// A package that an export would make for a driver "H", to which the hostile
+// rows add or from which they drop entries.
+void addValidEntries(ZipWriter &zip, bool withBin = true, bool withDriver = true, int prsFiles = 1)
+{
+    if (withBin) {
+        zip.add("H/", QByteArray(), ZipWriter::Kind::Folder);
+        zip.add("H/bin/", QByteArray(), ZipWriter::Kind::Folder);
+        zip.add("H/bin/ICC Profile/RGB/h.icc", "rgb profile");
+    }
+    if (withDriver) {
+        zip.add("H/driver/", QByteArray(), ZipWriter::Kind::Folder);
+        zip.add("H/driver/H.pdv", "pdv");
+        for (int i = 0; i < prsFiles; ++i)
+            zip.add(i == 0 ? QByteArray("H/driver/H.prs") : "H/driver/H" + QByteArray::number(i) + ".prs",
+                    "prs");
+    }
+}
+
+} // namespace
+
+class TestPrinterDriverPackageHelper : public QObject
+{
+    Q_OBJECT
+
+private:
+    // Fresh samples, no installed driver, no settings, no working folders.
+    bool resetAppDir()
+    {
+        manager()->unload();
+        if (!SampleDriverFiles::restage())
+            return false;
+        TestAppDir::remove(QStringLiteral("PrinterDriverConfig.ini"));
+        TestAppDir::remove(QStringLiteral("cache/export"));
+        TestAppDir::remove(QStringLiteral("cache/import"));
+        TestAppDir::remove(QStringLiteral("packages"));
+        PrinterDriverConfig::instance()->readConfig();
+        if (!manager()->load())
+            return false;
+        manager()->obtainInstalledDrivers();
+        return QDir().mkpath(TestAppDir::filePath(QStringLiteral("packages")));
+    }
+
+    // The installed driver of a sample, installing it first if needed.
+    PrinterDriverManager::DriverInfoPtr installSample(const QString &baseName)
+    {
+        const QString prs = SampleDriverFiles::prsPath(baseName);
+        const auto installed = manager()->obtainInstalledDrivers();
+        for (const auto &driver : installed) {
+            if (driver->prsPath == prs)
+                return driver;
+        }
+        return manager()->installDriver(prs);
+    }
+
+    // Exports a sample, installed first if needed, into
+    // packages/<baseName>.bex_driver.
+    bool exportSample(const QString &baseName, QString *package = nullptr)
+    {
+        const auto driver = installSample(baseName);
+        if (!driver)
+            return false;
+        const QString path = packagePath(baseName + QStringLiteral(".bex_driver"));
+        if (package)
+            *package = path;
+        PrinterDriverPackageHelper helper(nullptr);
+        return helper.exportPackage(path, driver->prsPath, driver->id) && QFileInfo(path).isFile();
+    }
+
+    // Imports a package that must be refused and checks that nothing changed.
+    void expectRefused(const QString &package, const QString &criticalText)
+    {
+        const QMap<QString, QByteArray> before = appDirSnapshot();
+        LogCapture log;
+        MessageBoxAnswerer answerer(QStringLiteral("是"));
+        QStringList prsFiles;
+
+        const bool imported = PrinterDriverPackageHelper(nullptr).importPackage(package, prsFiles);
+
+        QVERIFY2(!imported, qPrintable(log.dump()));
+        QVERIFY(prsFiles.isEmpty());
+        QVERIFY2(log.contains(QtCriticalMsg, criticalText), qPrintable(log.dump()));
+        QVERIFY2(answerer.texts().isEmpty(), "a refused package reached the overwrite question");
+        QCOMPARE(appDirSnapshot(), before);
+        QCOMPARE(folderEntries(QStringLiteral("cache/import")), QStringList());
+    }
+
+private slots:
+    void initTestCase()
+    {
+        QVERIFY(QFileInfo(PrinterDriverPackageHelper::archiverPath()).isExecutable());
+        QVERIFY(resetAppDir());
+    }
+
+    void init() { QVERIFY(resetAppDir()); }
+
+    void cleanupTestCase() { manager()->unload(); }
+
+    void archiverStandsInTheApplicationDirectory()
+    {
+        QCOMPARE(PrinterDriverPackageHelper::archiverPath(), TestAppDir::filePath(QStringLiteral("7z")));
+    }
+
+    void obtainDstFilePathMapsBelowTheRoot_data()
+    {
+        QTest::addColumn<QString>("source");
+        QTest::addColumn<QString>("sourceRoot");
+        QTest::addColumn<QString>("destinationRoot");
+        QTest::addColumn<QString>("expected");
+        QTest::newRow("roots with slash") << "/app/dtp/bin/a.icc"
+                                          << "/app/dtp/"
+                                          << "/work/H/"
+                                          << "/work/H/bin/a.icc";
+        QTest::newRow("roots without slash") << "/app/dtp/driver/H.prs"
+                                             << "/app/dtp"
+                                             << "/work/H"
+                                             << "/work/H/driver/H.prs";
+        QTest::newRow("backslashes everywhere") << "C:\\app\\dtp\\bin\\ICC Profile\\RGB\\a.icc"
+                                                << "C:\\app\\dtp\\"
+                                                << "D:\\work\\H"
+                                                << "D:/work/H/bin/ICC Profile/RGB/a.icc";
+        QTest::newRow("root compared ignoring case") << "C:/APP/Dtp/bin/a.icc"
+                                                     << "c:/app/dtp/"
+                                                     << "/w/"
+                                                     << "/w/bin/a.icc";
+        QTest::newRow("chinese names") << "/应用/dtp/driver/平板机.prs"
+                                       << "/应用/dtp/"
+                                       << "/w/"
+                                       << "/w/driver/平板机.prs";
+    }
+
+    void obtainDstFilePathMapsBelowTheRoot()
+    {
+        QFETCH(QString, source);
+        QFETCH(QString, sourceRoot);
+        QFETCH(QString, destinationRoot);
+        QFETCH(QString, expected);
+        LogCapture log;
+        QCOMPARE(PrinterDriverPackageHelper::obtainDstFilePath(source, sourceRoot, destinationRoot),
+                 expected);
+        QCOMPARE(log.count(QtCriticalMsg, QString()), 0);
+    }
+
+    void obtainDstFilePathRefusesWhatLiesOutside_data()
+    {
+        QTest::addColumn<QString>("source");
+        QTest::newRow("other folder") << "/app/other/a.icc";
+        QTest::newRow("root's sibling with the same prefix") << "/app/dtp2/a.icc";
+        QTest::newRow("the root itself") << "/app/dtp";
+        QTest::newRow("climbing out") << "/app/dtp/bin/../../etc/passwd";
+        QTest::newRow("current folder") << "/app/dtp/./bin/a.icc";
+        QTest::newRow("empty component") << "/app/dtp/bin//a.icc";
+    }
+
+    void obtainDstFilePathRefusesWhatLiesOutside()
+    {
+        QFETCH(QString, source);
+        LogCapture log;
+        QCOMPARE(PrinterDriverPackageHelper::obtainDstFilePath(source, QStringLiteral("/app/dtp/"),
+                                                               QStringLiteral("/work/")),
+                 QString());
+        const auto lines = log.find(QtCriticalMsg, QStringLiteral("check your code!"));
+        QCOMPARE(lines.size(), 1);
+        QCOMPARE(lines.first().file, QStringLiteral("source/UI/PrinterDriverPackageHelper"));
+        QVERIFY2(
+            lines.first().function.contains(QStringLiteral("PrinterDriverPackageHelper::obtainDstFilePath(")),
+            qPrintable(lines.first().function));
+    }
+
+    void entryRefusalReasonNamesWhatCannotBeUnpacked_data()
+    {
+        QTest::addColumn<QString>("path");
+        QTest::addColumn<QString>("reason");
+        QTest::newRow("profile") << "bin/ICC Profile/RGB/Bex sRGB v4.icc" << QString();
+        QTest::newRow("chinese driver") << "driver/平板机 A.prs" << QString();
+        QTest::newRow("dot inside a name") << "driver/a..b.prs" << QString();
+        QTest::newRow("255 bytes") << "bin/" + QString(255, QLatin1Char('a')) << QString();
+        QTest::newRow("empty") << QString() << "empty name";
+        QTest::newRow("parent folder") << "bin/../../x"
+                                       << "relative folder \"..\"";
+        QTest::newRow("current folder") << "bin/./x"
+                                        << "relative folder \".\"";
+        QTest::newRow("absolute") << "/etc/passwd"
+                                  << "absolute path";
+        QTest::newRow("absolute with backslash") << "\\Windows\\x"
+                                                 << "absolute path";
+        QTest::newRow("drive letter") << "C:/Windows/x"
+                                      << "drive letter";
+        QTest::newRow("drive letter without slash") << "c:x"
+                                                    << "drive letter";
+        QTest::newRow("backslash") << "bin\\..\\..\\x"
+                                   << "character '\\'";
+        QTest::newRow("colon") << "bin/a:b"
+                               << "character ':'";
+        QTest::newRow("question mark") << "bin/a?.icc"
+                                       << "character '?'";
+        QTest::newRow("empty component") << "bin//a"
+                                         << "empty name";
+        QTest::newRow("trailing slash") << "bin/"
+                                        << "empty name";
+        QTest::newRow("line break") << "bin/a\nb"
+                                    << "control character";
+        QTest::newRow("delete character") << QStringLiteral("bin/a\x7f") << "control character";
+        QTest::newRow("not valid text") << QStringLiteral("bin/a\uFFFD.icc") << "not valid text";
+        QTest::newRow("trailing dot") << "bin/a."
+                                      << "ending in a dot or a space";
+        QTest::newRow("trailing space") << "bin/a "
+                                        << "ending in a dot or a space";
+        QTest::newRow("device name") << "bin/CON"
+                                     << "reserved device name";
+        QTest::newRow("device name with suffix") << "driver/nul.prs"
+                                                 << "reserved device name";
+        QTest::newRow("256 bytes") << "bin/" + QString(256, QLatin1Char('a')) << "longer than 255 bytes";
+        QTest::newRow("86 chinese characters")
+            << "bin/" + QString(86, QChar(0x5e73)) << "longer than 255 bytes";
+    }
+
+    void entryRefusalReasonNamesWhatCannotBeUnpacked()
+    {
+        QFETCH(QString, path);
+        QFETCH(QString, reason);
+        const QString actual = PrinterDriverPackageHelper::entryRefusalReason(path);
+        if (reason.isEmpty())
+            QCOMPARE(actual, QString());
+        else
+            QVERIFY2(actual.contains(reason), qPrintable(actual));
+    }
+
+    void exportHoldsOneTopFolderWithEveryProfileOnce_data()
+    {
+        QTest::addColumn<QString>("baseName");
+        QTest::newRow("1610") << "BexUV1610_CMYKLcLm";
+        QTest::newRow("2513") << "BexUV2513_CMYKWV";
+        QTest::newRow("3220") << "BexUV3220_8C";
+    }
+
+    void exportHoldsOneTopFolderWithEveryProfileOnce()
+    {
+        QFETCH(QString, baseName);
+        LogCapture log;
+        QString package;
+        QVERIFY2(exportSample(baseName, &package), qPrintable(log.dump()));
+
+        const QStringList entries = archiveEntries(package);
+        QStringList files;
+        for (const QString &entry : entries) {
+            QVERIFY2(entry == baseName || entry.startsWith(baseName + QLatin1Char('/')), qPrintable(entry));
+            if (QFileInfo(TestAppDir::filePath(QStringLiteral("dtp/")) + entry.mid(baseName.size() + 1))
+                    .isFile())
+                files.append(entry.mid(baseName.size() + 1));
+        }
+        QVERIFY(entries.contains(baseName + QStringLiteral("/bin")));
+        QVERIFY(entries.contains(baseName + QStringLiteral("/driver")));
+        QSet<QString> expected = profilesNamedBy(SampleDriverFiles::prsPath(baseName));
+        QVERIFY(!expected.isEmpty());
+        expected << QStringLiteral("driver/") + baseName + QStringLiteral(".prs")
+                 << QStringLiteral("driver/") + baseName + QStringLiteral(".pdv");
+        QCOMPARE(QSet<QString>(files.cbegin(), files.cend()), expected);
+        QCOMPARE(files.size(), expected.size());
+        QCOMPARE(folderEntries(QStringLiteral("cache/export")), QStringList());
+        QVERIFY(log.contains(QtDebugMsg, QStringLiteral("program:")));
+    }
+
+    void profileNamedByManyCombinationsIsListedEachTimeAndPackedOnce()
+    {
+        const auto driver = installSample(kSample);
+        QVERIFY(driver);
+        LogCapture log;
+        PrinterDriverPackageHelper helper(nullptr);
+        PrinterDriverPackageHelper::Package package;
+        package.prsFilePath = driver->prsPath;
+
+        QVERIFY(helper.readDriverInfo(driver->id, package));
+
+        const QString srgb = PrinterDriverConfig::instance()->iccRgbDir() + QStringLiteral("Bex sRGB v4.icc");
+        QVERIFY2(package.rgbIccFilePaths.count(srgb) > 1, qPrintable(package.rgbIccFilePaths.join('\n')));
+        QCOMPARE(package.pdvFilePath,
+                 TestAppDir::filePath(QStringLiteral("dtp/driver/BexUV2513_CMYKWV.pdv")));
+        QVERIFY(log.contains(QtDebugMsg, QStringLiteral("pdvFilePath:")));
+        QCOMPARE(log.count(QtDebugMsg, QStringLiteral("is common property")), 3);
+        QCOMPARE(log.count(QtDebugMsg, QStringLiteral("iccFilePath_RGB:")), package.rgbIccFilePaths.size());
+        QCOMPARE(log.count(QtDebugMsg, QStringLiteral("iccFilePath_OUTPUT:")),
+                 package.outputIccFilePaths.size());
+
+        const QString work = TestAppDir::filePath(QStringLiteral("cache/export/once/"));
+        const QString archive = packagePath(QStringLiteral("once.bex_driver"));
+        QVERIFY(helper.encode(archive, work, package));
+        const QStringList entries = archiveEntries(archive);
+        QCOMPARE(entries.count(QStringLiteral("BexUV2513_CMYKWV/bin/ICC Profile/RGB/Bex sRGB v4.icc")), 1);
+        QVERIFY(QFileInfo(work + QStringLiteral("BexUV2513_CMYKWV/bin/ICC Profile/RGB/Bex sRGB v4.icc"))
+                    .isFile());
+    }
+
+    void readDriverInfoOfAnUnknownDriverFails()
+    {
+        LogCapture log;
+        PrinterDriverPackageHelper::Package package;
+        QVERIFY(
+            !PrinterDriverPackageHelper(nullptr).readDriverInfo(QStringLiteral("no such driver"), package));
+        QVERIFY(log.contains(QtCriticalMsg, QStringLiteral("SelectPrinterDriverPrs failed")));
+    }
+
+    void exportAndImportKeepAPackageThatExistsAlreadyApart()
+    {
+        QString package;
+        QVERIFY(exportSample(kSample, &package));
+        const QStringList first = archiveEntries(package);
+        // The second export replaces the file instead of adding to it.
+        QVERIFY(exportSample(kSample, &package));
+        QCOMPARE(archiveEntries(package), first);
+        QVERIFY(!QFileInfo::exists(package + QStringLiteral(".partial")));
+    }
+
+    void importIntoAFreshApplicationDirectoryInstallsTheSameDriver()
+    {
+        QString package;
+        const auto original = installSample(kSample);
+        QVERIFY(original);
+        QVERIFY(manager()->setDefaultDriverId(original->id));
+        quint32 xDpi = 0;
+        quint32 yDpi = 0;
+        QVERIFY(manager()->getDefaultDriverDpi(xDpi, yDpi));
+        QVERIFY(exportSample(kSample, &package));
+        const QMap<QString, QByteArray> samples = snapshot(
+            TestAppDir::filePath(QStringLiteral("dtp")), {QStringLiteral("BexUIPrintParamsProcessing.json")});
+        const QSet<QString> profiles = profilesNamedBy(SampleDriverFiles::prsPath(kSample));
+
+        // A machine that has never seen the driver: no dtp/, no settings.
+        manager()->unload();
+        QVERIFY(TestAppDir::remove(QStringLiteral("dtp")));
+        QVERIFY(TestAppDir::remove(QStringLiteral("PrinterDriverConfig.ini")));
+        PrinterDriverConfig::instance()->readConfig();
+        QVERIFY(manager()->load());
+        QVERIFY(manager()->obtainInstalledDrivers().isEmpty());
+
+        MessageBoxAnswerer answerer(QStringLiteral("否"));
+        QStringList prsFiles;
+        QVERIFY(PrinterDriverPackageHelper(nullptr).importPackage(package, prsFiles));
+
+        QCOMPARE(answerer.texts(), QStringList());
+        QCOMPARE(prsFiles, QStringList{SampleDriverFiles::prsPath(kSample)});
+        const auto imported = manager()->installDriver(prsFiles.first());
+        QVERIFY(imported);
+        QCOMPARE(imported->name, original->name);
+        QVERIFY(manager()->setDefaultDriverId(imported->id));
+        quint32 importedX = 0;
+        quint32 importedY = 0;
+        QVERIFY(manager()->getDefaultDriverDpi(importedX, importedY));
+        QCOMPARE(importedX, xDpi);
+        QCOMPARE(importedY, yDpi);
+        const QMap<QString, QByteArray> unpacked = snapshot(
+            TestAppDir::filePath(QStringLiteral("dtp")), {QStringLiteral("BexUIPrintParamsProcessing.json")});
+        for (const QString &file : profiles)
+            QCOMPARE(unpacked.value(file), samples.value(file));
+        QCOMPARE(unpacked.value(QStringLiteral("driver/BexUV2513_CMYKWV.prs")),
+                 samples.value(QStringLiteral("driver/BexUV2513_CMYKWV.prs")));
+        QCOMPARE(unpacked.value(QStringLiteral("driver/BexUV2513_CMYKWV.pdv")),
+                 samples.value(QStringLiteral("driver/BexUV2513_CMYKWV.pdv")));
+        QCOMPARE(folderEntries(QStringLiteral("cache/import")), QStringList());
+    }
+
+    void importingAgainAddsTheDriverWithSuffixOne()
+    {
+        QString package;
+        QVERIFY(exportSample(kSample, &package));
+        const QString installedPrs = SampleDriverFiles::prsPath(kSample);
+        const QByteArray installedBytes =
+            TestAppDir::readFile(QStringLiteral("dtp/driver/BexUV2513_CMYKWV.prs"));
+        LogCapture log;
+        MessageBoxAnswerer answerer(QStringLiteral("是"));
+
+        QStringList prsFiles;
+        QVERIFY(PrinterDriverPackageHelper(nullptr).importPackage(package, prsFiles));
+
+        const QString renamed = TestAppDir::filePath(QStringLiteral("dtp/driver/BexUV2513_CMYKWV_1.prs"));
+        QCOMPARE(prsFiles, QStringList{renamed});
+        QCOMPARE(TestAppDir::readFile(QStringLiteral("dtp/driver/BexUV2513_CMYKWV.prs")), installedBytes);
+        QCOMPARE(TestAppDir::readFile(QStringLiteral("dtp/driver/BexUV2513_CMYKWV_1.prs")), installedBytes);
+        // The other files exist already, so the operator was asked about
+        // them, never about the .prs file.
+        QCOMPARE(answerer.texts().size(), 1);
+        const QString question = answerer.texts().first();
+        QVERIFY(question.startsWith(QStringLiteral("如果继续安装，将会覆盖以下文件:\n  ")));
+        QVERIFY(question.endsWith(QStringLiteral("\n\n是否继续？")));
+        QVERIFY(question.contains(TestAppDir::filePath(QStringLiteral("dtp/driver/BexUV2513_CMYKWV.pdv"))));
+        QVERIFY(!question.contains(installedPrs));
+        const auto second = manager()->installDriver(renamed);
+        QVERIFY(second);
+
+        // And once more: the next free number.
+        prsFiles.clear();
+        QVERIFY(PrinterDriverPackageHelper(nullptr).importPackage(package, prsFiles));
+        QCOMPARE(prsFiles,
+                 QStringList{TestAppDir::filePath(QStringLiteral("dtp/driver/BexUV2513_CMYKWV_2.prs"))});
+    }
+
+    void answeringNoToTheOverwriteQuestionChangesNothing()
+    {
+        QString package;
+        QVERIFY(exportSample(kSample, &package));
+        // The operator has tuned a profile on this machine since.
+        QVERIFY(
+            TestAppDir::writeFile(QStringLiteral("dtp/bin/ICC Profile/RGB/Bex sRGB v4.icc"), "tuned here"));
+        const QMap<QString, QByteArray> before = appDirSnapshot();
+        MessageBoxAnswerer answerer(QStringLiteral("否"));
+
+        QStringList prsFiles;
+        QVERIFY(!PrinterDriverPackageHelper(nullptr).importPackage(package, prsFiles));
+
+        QCOMPARE(answerer.texts().size(), 1);
+        QVERIFY(!answerer.buttonMissing());
+        QVERIFY(answerer.texts().first().contains(QStringLiteral("Bex sRGB v4.icc")));
+        QCOMPARE(answerer.titles(), QStringList{QStringLiteral("温馨提示")});
+        QCOMPARE(answerer.buttonRows(), QStringList{QStringLiteral("是|否")});
+        // Enter alone answers no.
+        QCOMPARE(answerer.defaultButtons(), QStringList{QStringLiteral("否")});
+        // The wait cursor is gone while the operator is asked, and after.
+        QVERIFY(!answerer.cursorOverriddenWhileOpen());
+        QCOMPARE(QApplication::overrideCursor(), nullptr);
+        QCOMPARE(prsFiles, QStringList());
+        QCOMPARE(appDirSnapshot(), before);
+        QCOMPARE(folderEntries(QStringLiteral("cache/import")), QStringList());
+    }
+
+    void closingTheOverwriteQuestionChangesNothing()
+    {
+        QString package;
+        QVERIFY(exportSample(kSample, &package));
+        const QMap<QString, QByteArray> before = appDirSnapshot();
+        MessageBoxAnswerer answerer(QStringLiteral("no such button"));
+
+        QStringList prsFiles;
+        QVERIFY(!PrinterDriverPackageHelper(nullptr).importPackage(package, prsFiles));
+
+        QVERIFY(answerer.buttonMissing());
+        QCOMPARE(appDirSnapshot(), before);
+    }
+
+    void exportWithoutArchiverReportsSuccessAndLeavesNothing()
+    {
+        const QString archiver = PrinterDriverPackageHelper::archiverPath();
+        const QString target = QFileInfo(archiver).symLinkTarget();
+        QVERIFY(!target.isEmpty());
+        QVERIFY(QFile::remove(archiver));
+        QString package;
+        const bool exported = exportSample(kSample, &package);
+        const bool packageWritten = QFileInfo::exists(package);
+        QVERIFY(QFile::link(target, archiver));
+
+        QVERIFY(!exported); // exportSample also requires the file
+        QVERIFY(!packageWritten);
+        QCOMPARE(folderEntries(QStringLiteral("cache/export")), QStringList());
+        // The helper's own answer was success.
+        QVERIFY(QFile::remove(archiver));
+        const auto driver = installSample(kSample);
+        QVERIFY(driver);
+        const bool result =
+            PrinterDriverPackageHelper(nullptr).exportPackage(package, driver->prsPath, driver->id);
+        QVERIFY(QFile::link(target, archiver));
+        QVERIFY(result);
+        QVERIFY(!QFileInfo::exists(package));
+    }
+
+    void importWithoutArchiverIsRefused()
+    {
+        QString package;
+        QVERIFY(exportSample(kSample, &package));
+        const QString archiver = PrinterDriverPackageHelper::archiverPath();
+        const QString target = QFileInfo(archiver).symLinkTarget();
+        QVERIFY(QFile::remove(archiver));
+        LogCapture log;
+        QStringList prsFiles;
+        const bool imported = PrinterDriverPackageHelper(nullptr).importPackage(package, prsFiles);
+        QVERIFY(QFile::link(target, archiver));
+
+        QVERIFY(!imported);
+        const auto lines = log.find(QtCriticalMsg, QStringLiteral("7z.exe is not existed!"));
+        QCOMPARE(lines.size(), 1);
+        QCOMPARE(lines.first().file, QStringLiteral("source/UI/PrinterDriverPackageHelper"));
+        QVERIFY2(lines.first().function.contains(QStringLiteral(
+                     "PrinterDriverPackageHelper::importPackage(const QString&, QStringList&)")),
+                 qPrintable(lines.first().function));
+    }
+
+    void exportOfAFileOutsideDtpEndsWithCheckYourCode()
+    {
+        QVERIFY(TestAppDir::writeFile(QStringLiteral("elsewhere/H.pdv"), "pdv"));
+        PrinterDriverPackageHelper::Package package;
+        package.prsFilePath = SampleDriverFiles::prsPath(kSample);
+        package.pdvFilePath = TestAppDir::filePath(QStringLiteral("elsewhere/H.pdv"));
+        LogCapture log;
+        const QString work = TestAppDir::filePath(QStringLiteral("cache/export/outside/"));
+
+        QVERIFY(!PrinterDriverPackageHelper(nullptr).encode(packagePath(QStringLiteral("outside.bex_driver")),
+                                                            work, package));
+
+        QVERIFY(log.contains(QtCriticalMsg, QStringLiteral("check your code!")));
+        QVERIFY(!QFileInfo::exists(packagePath(QStringLiteral("outside.bex_driver"))));
+        // A failed export leaves its working folder for a look.
+        QVERIFY(QFileInfo(work + QStringLiteral("BexUV2513_CMYKWV/driver/BexUV2513_CMYKWV.prs")).isFile());
+    }
+
+    void failedCopyReportsSuccessAndKeepsTheWorkingFolder_data()
+    {
+        QTest::addColumn<QString>("blocked");
+        QTest::addColumn<bool>("prsListed");
+        QTest::newRow("before the prs file") << "bin/ICC Profile/RGB/h.icc" << false;
+        QTest::newRow("after the prs file") << "driver/zz.dat" << true;
+    }
+
+    void failedCopyReportsSuccessAndKeepsTheWorkingFolder()
+    {
+        QFETCH(QString, blocked);
+        QFETCH(bool, prsListed);
+        ZipWriter zip;
+        addValidEntries(zip);
+        zip.add("H/driver/zz.dat", "new data");
+        const QString package = packagePath(QStringLiteral("blocked.bex_driver"));
+        QVERIFY(zip.write(package));
+        QVERIFY(TestAppDir::writeFile(QStringLiteral("dtp/") + blocked, "kept"));
+        const QString blockedPath = TestAppDir::filePath(QStringLiteral("dtp/") + blocked);
+        QVERIFY(makeUnreplaceable(blockedPath));
+        LogCapture log;
+        MessageBoxAnswerer answerer(QStringLiteral("是"));
+
+        QStringList prsFiles;
+        const bool imported = PrinterDriverPackageHelper(nullptr).importPackage(package, prsFiles);
+        restoreWritable(blockedPath);
+
+        QVERIFY(imported);
+        QCOMPARE(answerer.texts().size(), 1);
+        QVERIFY(log.contains(QtCriticalMsg, QStringLiteral("copy failed")));
+        QCOMPARE(TestAppDir::readFile(QStringLiteral("dtp/") + blocked), QByteArray("kept"));
+        const QString prs = TestAppDir::filePath(QStringLiteral("dtp/driver/H.prs"));
+        QCOMPARE(prsFiles, prsListed ? QStringList{prs} : QStringList());
+        QCOMPARE(QFileInfo::exists(prs), prsListed);
+        QCOMPARE(folderEntries(QStringLiteral("cache/import")).size(), 1);
+    }
+
+    void hostilePackageIsRefused_data()
+    {
+        QTest::addColumn<QByteArray>("archive");
+        QTest::addColumn<QString>("critical");
+        const QByteArray pid = QByteArray::number(QCoreApplication::applicationPid());
+        const QByteArray climb = QByteArray("../").repeated(40);
+        ZipWriter zip;
+
+        zip = ZipWriter();
+        addValidEntries(zip);
+        zip.add("H/bin/" + climb + "tmp/bex-escape-" + pid + ".txt", "escaped");
+        QTest::newRow("parent folder entries") << zip.archive() << "relative folder";
+
+        zip = ZipWriter();
+        addValidEntries(zip);
+        zip.add("/tmp/bex-absolute-" + pid + ".txt", "escaped");
+        QTest::newRow("absolute path") << zip.archive() << "absolute path";
+
+        zip = ZipWriter();
+        addValidEntries(zip);
+        zip.add("C:/bex-drive-" + pid + ".txt", "escaped");
+        QTest::newRow("drive letter") << zip.archive() << "drive letter";
+
+        zip = ZipWriter();
+        addValidEntries(zip);
+        zip.add("H\\bin\\..\\..\\..\\bex-backslash.txt", "escaped");
+        QTest::newRow("backslash path") << zip.archive() << "file systems cannot hold";
+
+        zip = ZipWriter();
+        addValidEntries(zip);
+        zip.add("H/bin/passwd", "/etc/passwd", ZipWriter::Kind::SymbolicLink);
+        QTest::newRow("symbolic link to a file outside") << zip.archive() << "link";
+
+        zip = ZipWriter();
+        addValidEntries(zip);
+        zip.add("H/bin/out", "/tmp/bex-link-dir-" + pid, ZipWriter::Kind::SymbolicLink);
+        zip.add("H/bin/out/through-link.txt", "escaped");
+        QTest::newRow("symbolic link to a folder outside, then a file in it") << zip.archive() << "link";
+
+        zip = ZipWriter();
+        addValidEntries(zip);
+        zip.add("H/bin/up", "../../..", ZipWriter::Kind::SymbolicLink);
+        QTest::newRow("relative symbolic link") << zip.archive() << "link";
+
+        zip = ZipWriter();
+        addValidEntries(zip);
+        zip.add("H/bin/pipe", QByteArray(), ZipWriter::Kind::Fifo);
+        QTest::newRow("named pipe") << zip.archive() << "not a file or folder";
+
+        zip = ZipWriter();
+        addValidEntries(zip);
+        zip.add("H/bin/ICC Profile/RGB/h.icc", "second copy");
+        QTest::newRow("same name twice") << zip.archive() << "name appears twice";
+
+        zip = ZipWriter();
+        addValidEntries(zip);
+        zip.add("H/bin/ICC Profile/RGB/H.ICC", "other case");
+        QTest::newRow("names differing in case only") << zip.archive() << "name appears twice";
+
+        zip = ZipWriter();
+        addValidEntries(zip);
+        zip.add("H/bin/\xff\xfe.icc", "latin", ZipWriter::Kind::File, true);
+        QTest::newRow("name flagged UTF-8 that is not") << zip.archive() << "not valid text";
+
+        zip = ZipWriter();
+        addValidEntries(zip);
+        zip.add("H/bin/\xff\xfe.icc", "raw", ZipWriter::Kind::File, false);
+        QTest::newRow("name in no declared encoding") << zip.archive() << "not valid text";
+
+        zip = ZipWriter();
+        addValidEntries(zip);
+        zip.add("H/bin/a\nPath = H/bin/b", "line break");
+        QTest::newRow("line break in a name") << zip.archive() << "control character";
+
+        zip = ZipWriter();
+        addValidEntries(zip);
+        zip.add("H/bin/CON", "device");
+        QTest::newRow("device name") << zip.archive() << "reserved device name";
+
+        zip = ZipWriter();
+        addValidEntries(zip);
+        zip.add("H/bin/" + QByteArray(300, 'a'), "long");
+        QTest::newRow("name too long") << zip.archive() << "longer than 255 bytes";
+
+        zip = ZipWriter();
+        addValidEntries(zip);
+        zip.add("G/bin/x.icc", "second top folder");
+        QTest::newRow("two top folders") << zip.archive() << "exactly one top folder";
+
+        zip = ZipWriter();
+        zip.add("H.prs", "prs");
+        zip.add("H.pdv", "pdv");
+        QTest::newRow("no top folder") << zip.archive() << "exactly one top folder";
+
+        zip = ZipWriter();
+        addValidEntries(zip, false, true);
+        QTest::newRow("no bin folder") << zip.archive() << "bin or driver folder is not existed!";
+
+        zip = ZipWriter();
+        addValidEntries(zip, true, false);
+        QTest::newRow("no driver folder") << zip.archive() << "bin or driver folder is not existed!";
+
+        zip = ZipWriter();
+        addValidEntries(zip, true, true, 0);
+        QTest::newRow("no prs file") << zip.archive() << "此包中没有prs文件";
+
+        zip = ZipWriter();
+        addValidEntries(zip, true, true, 2);
+        QTest::newRow("two prs files") << zip.archive() << "此包中有多个prs文件";
+
+        zip = ZipWriter();
+        addValidEntries(zip, true, true, 0);
+        zip.add("H/bin/sub/H.PRS", "prs in bin");
+        zip.add("H/driver/H.Prs", "prs in driver");
+        QTest::newRow("two prs files, suffix in any case") << zip.archive() << "此包中有多个prs文件";
+
+        zip = ZipWriter();
+        addValidEntries(zip, true, true, 0);
+        for (int i = 0; i < 10000; ++i)
+            zip.add("H/bin/many/f" + QByteArray::number(i) + ".dat", QByteArray::number(i));
+        QTest::newRow("10000 small files") << zip.archive() << "此包中没有prs文件";
+
+        QByteArray corrupt(4096, '\0');
+        for (int i = 0; i < corrupt.size(); ++i)
+            corrupt[i] = char((i * 131 + 7) % 251);
+        QTest::newRow("corrupt archive") << corrupt << "package cannot be read";
+
+        zip = ZipWriter();
+        addValidEntries(zip);
+        zip.add("H/bin/big.icc", QByteArray(20000, 'x'));
+        QTest::newRow("truncated archive") << zip.archive().left(10000) << "package cannot be read";
+
+        QTest::newRow("empty file") << QByteArray() << "package cannot be read";
+    }
+
+    void hostilePackageIsRefused()
+    {
+        QFETCH(QByteArray, archive);
+        QFETCH(QString, critical);
+        const QString pid = QString::number(QCoreApplication::applicationPid());
+        const QString linkTarget = QStringLiteral("/tmp/bex-link-dir-") + pid;
+        QVERIFY(QDir().mkpath(linkTarget));
+        const QString package = packagePath(QStringLiteral("hostile.bex_driver"));
+        QFile file(package);
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        QCOMPARE(file.write(archive), qint64(archive.size()));
+        file.close();
+
+        expectRefused(package, critical);
+
+        QVERIFY(!QFileInfo::exists(QStringLiteral("/tmp/bex-escape-") + pid + QStringLiteral(".txt")));
+        QVERIFY(!QFileInfo::exists(QStringLiteral("/tmp/bex-absolute-") + pid + QStringLiteral(".txt")));
+        QCOMPARE(QDir(linkTarget).entryList(QDir::AllEntries | QDir::NoDotAndDotDot), QStringList());
+        QVERIFY(QDir(linkTarget).removeRecursively());
+    }
+
+    void hardLinkedFilesAreRefused()
+    {
+        // 7-Zip keeps hard links in tar archives; the package's name does not
+        // tell what kind of archive it is.
+        const QString source = TestAppDir::filePath(QStringLiteral("packages/hard/"));
+        QVERIFY(TestAppDir::writeFile(QStringLiteral("packages/hard/H/bin/a.icc"), "shared"));
+        QVERIFY(TestAppDir::writeFile(QStringLiteral("packages/hard/H/driver/H.prs"), "prs"));
+        QCOMPARE(::link(QFile::encodeName(source + QStringLiteral("H/bin/a.icc")).constData(),
+                        QFile::encodeName(source + QStringLiteral("H/bin/b.icc")).constData()),
+                 0);
+        const QString package = packagePath(QStringLiteral("hard.bex_driver"));
+        int exitCode = -1;
+        runArchiver({QStringLiteral("a"), QStringLiteral("-ttar"), QStringLiteral("-snh"), package,
+                     source + QStringLiteral("H")},
+                    &exitCode);
+        QCOMPARE(exitCode, 0);
+
+        expectRefused(package, QStringLiteral("link"));
+    }
+
+    void tarArchiveIsRefused()
+    {
+        QVERIFY(TestAppDir::writeFile(QStringLiteral("packages/tar/H/bin/a.icc"), "icc"));
+        QVERIFY(TestAppDir::writeFile(QStringLiteral("packages/tar/H/driver/H.prs"), "prs"));
+        const QString package = packagePath(QStringLiteral("tar.bex_driver"));
+        int exitCode = -1;
+        runArchiver({QStringLiteral("a"), QStringLiteral("-ttar"), package,
+                     TestAppDir::filePath(QStringLiteral("packages/tar/H"))},
+                    &exitCode);
+        QCOMPARE(exitCode, 0);
+
+        expectRefused(package, QStringLiteral("not a zip archive"));
+    }
+
+    void destinationFolderThatIsALinkIsRefused()
+    {
+        // The installation's own folder leads elsewhere: an import never
+        // writes through it.
+        const QString outside = TestAppDir::filePath(QStringLiteral("outside-rgb"));
+        QVERIFY(QDir().mkpath(outside));
+        QVERIFY(TestAppDir::remove(QStringLiteral("dtp/bin/ICC Profile/RGB")));
+        QVERIFY(QFile::link(outside, TestAppDir::filePath(QStringLiteral("dtp/bin/ICC Profile/RGB"))));
+        ZipWriter zip;
+        addValidEntries(zip);
+        const QString package = packagePath(QStringLiteral("through-link.bex_driver"));
+        QVERIFY(zip.write(package));
+
+        expectRefused(package, QStringLiteral("destination folder refused"));
+        QCOMPARE(QDir(outside).entryList(QDir::AllEntries | QDir::NoDotAndDotDot), QStringList());
+    }
+
+    void destinationFileThatIsALinkIsRefused()
+    {
+        const QString outside = TestAppDir::filePath(QStringLiteral("outside.icc"));
+        QVERIFY(TestAppDir::writeFile(QStringLiteral("outside.icc"), "outside"));
+        QVERIFY(QFile::link(outside, TestAppDir::filePath(QStringLiteral("dtp/bin/ICC Profile/RGB/h.icc"))));
+        ZipWriter zip;
+        addValidEntries(zip);
+        const QString package = packagePath(QStringLiteral("onto-link.bex_driver"));
+        QVERIFY(zip.write(package));
+
+        expectRefused(package, QStringLiteral("destination refused"));
+        QCOMPARE(TestAppDir::readFile(QStringLiteral("outside.icc")), QByteArray("outside"));
+    }
+};
+
+QTEST_MAIN(TestPrinterDriverPackageHelper)
+#include "tst_printerdriverpackagehelper.moc"
