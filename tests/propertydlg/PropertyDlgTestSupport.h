@@ -6,13 +6,16 @@
 
 #include <QAbstractButton>
 #include <QApplication>
+#include <QDialogButtonBox>
+#include <QElapsedTimer>
 #include <QFile>
 #include <QFileDialog>
+#include <QFileInfo>
+#include <QLineEdit>
 #include <QPlainTextEdit>
 #include <QPointer>
 #include <QPushButton>
 #include <QTabBar>
-#include <QElapsedTimer>
 #include <QTimer>
 #include <QtTest>
 
@@ -113,11 +116,26 @@ struct FileDialogSeen
     QStringList filters;
 };
 
-// Selects the file and presses the dialog's accept button.
+// Types the file's absolute path into the dialog's name field and presses
+// its accept button, as an operator does. An absolute path does not depend
+// on the folder the dialog's file model is still loading in the background,
+// which selectFile() followed by accept() does.
 inline void chooseFile(QFileDialog *dialog, const QString &path)
 {
-    dialog->selectFile(path);
-    static_cast<QDialog *>(dialog)->accept();
+    auto *edit = dialog->findChild<QLineEdit *>(QStringLiteral("fileNameEdit"));
+    auto *box = dialog->findChild<QDialogButtonBox *>(QStringLiteral("buttonBox"));
+    if (!edit || !box) {
+        static_cast<QDialog *>(dialog)->reject();
+        return;
+    }
+    edit->setText(QFileInfo(path).absoluteFilePath());
+    QPushButton *accept = box->button(QDialogButtonBox::Open);
+    if (!accept)
+        accept = box->button(QDialogButtonBox::Save);
+    if (accept)
+        accept->click();
+    else
+        static_cast<QDialog *>(dialog)->reject();
 }
 
 inline std::unique_ptr<ModalAnswer> answerFileDialog(QWidget *owner, const QString &path,
