@@ -39,7 +39,10 @@ private:
 
 // The module's modal message box: icon, text, an optional check box and one
 // or two buttons. Every function returns the index of the pressed button,
-// or -1 when the box was closed through its title bar.
+// or -1 when the box was closed without one: through its title bar, with
+// Escape, by the window manager, or because its parent went away while it
+// was open. Callers read 0 as "yes", so a box that was only dismissed must
+// never answer 0.
 class CommonFramelessMessageBox : public CommonFramelessDialog
 {
     Q_OBJECT
@@ -72,7 +75,13 @@ public:
     // The image shown for an icon kind.
     static QPixmap iconPixmap(int iconKind);
 
+    // Runs the box; every negative result, and a box destroyed while it
+    // runs, gives -1.
     int exec() override;
+
+    // Escape and a close request from the window manager end the box with
+    // -1, like its title-bar close button.
+    void reject() override;
 
 private:
     CommonFramelessMessageBox(QWidget *parent, Qt::Alignment buttonAlignment);
