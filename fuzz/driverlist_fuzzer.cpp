@@ -3,6 +3,8 @@
 // texts fit the handler's records and whose ids are unique; a list that was
 // read survives one more driver added and read back.
 
+#include "FuzzSupport.h"
+
 #include "DriverRegistry.h"
 
 #include <IUIPrintParamsHandler.h>
@@ -20,8 +22,6 @@
 #include <memory>
 
 namespace {
-void quietMessages(QtMsgType, const QMessageLogContext &, const QString &) {}
-
 std::unique_ptr<QTemporaryDir> workDir;
 
 bool fits(const QString &text, std::size_t capacity)
@@ -32,7 +32,7 @@ bool fits(const QString &text, std::size_t capacity)
 
 extern "C" int LLVMFuzzerInitialize(int *, char ***)
 {
-    qInstallMessageHandler(quietMessages);
+    silenceQtMessages();
     workDir = std::make_unique<QTemporaryDir>();
     return workDir->isValid() ? 0 : 1;
 }

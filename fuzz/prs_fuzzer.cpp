@@ -2,6 +2,8 @@
 // string must be refused or give a document that writes out and reads back
 // to the same document, never a crash.
 
+#include "FuzzSupport.h"
+
 #include "PrsDocument.h"
 
 #include <QByteArray>
@@ -12,13 +14,9 @@
 #include <cstdint>
 #include <cstdlib>
 
-namespace {
-void quietMessages(QtMsgType, const QMessageLogContext &, const QString &) {}
-} // namespace
-
 extern "C" int LLVMFuzzerInitialize(int *, char ***)
 {
-    qInstallMessageHandler(quietMessages);
+    silenceQtMessages();
     return 0;
 }
 

@@ -1,6 +1,9 @@
 // libFuzzer target for the module's settings file ("PrinterDriverConfig.ini")
-// as the module reads it: any file content must give values of the right
-// kinds, defaults where a value cannot be read, never a crash.
+// as the module reads it: any file content must read without a crash, the
+// same way each time it is read, and never reach the folders the module
+// derives from the application directory.
+
+#include "FuzzSupport.h"
 
 #include "Config/PrinterDriverConfig.h"
 
@@ -17,8 +20,6 @@
 #include <memory>
 
 namespace {
-void quietMessages(QtMsgType, const QMessageLogContext &, const QString &) {}
-
 int argc = 1;
 char programName[] = "settings_fuzzer";
 char *argv[] = {programName, nullptr};
@@ -38,7 +39,7 @@ QString snapshot(const PrinterDriverConfig &config)
 
 extern "C" int LLVMFuzzerInitialize(int *, char ***)
 {
-    qInstallMessageHandler(quietMessages);
+    silenceQtMessages();
     // The settings file lives in the application directory.
     static QCoreApplication application(argc, argv);
     return 0;
