@@ -3,6 +3,8 @@
 #include "PrintParamsLogging.h"
 #include "PrsDocument.h"
 
+#include "Common/PrsPath.h"
+
 #include <IUIPrintParamsHandler.h>
 
 #include <QDir>
@@ -15,6 +17,9 @@
 #include <QSet>
 #include <QUuid>
 
+#include <algorithm>
+#include <optional>
+
 namespace bex::printparams {
 
 namespace {
@@ -25,46 +30,64 @@ const QString keyId = QStringLiteral("id");
 const QString keyName = QStringLiteral("name");
 const QString keyShowName = QStringLiteral("showName");
 const QString keyPrs = QStringLiteral("prs");
-constexpr qint64 maxRegistrySize = 16 * 1024 * 1024;
+constexpr qint64 maxRegistrySize = 64 * 1024 * 1024;
 
-// The same file, as far as paths tell: Windows file names ignore case.
-bool samePath(const QString &a, const QString &b)
+// Appends text as a JSON string: UTF-8, with quotes, backslashes and
+// control characters escaped.
+void appendJsonString(QByteArray &out, const QString &text)
 {
-#ifdef Q_OS_WIN
-    const Qt::CaseSensitivity cs = Qt::CaseInsensitive;
-#else
-    const Qt::CaseSensitivity cs = Qt::CaseSensitive;
-#endif
-    return QDir::cleanPath(QFileInfo(a).absoluteFilePath())
-               .compare(QDir::cleanPath(QFileInfo(b).absoluteFilePath()), cs) == 0;
-}
-} // namespace
-
-DriverRegistry::DriverRegistry(const QString &filePath)
-    : filePath_(filePath)
-{}
-
-bool DriverRegistry::load()
-{
-    drivers_.clear();
-    QFile file(filePath_);
-    if (!file.exists())
-        return true;
-    if (!file.open(QIODevice::ReadOnly) || file.size() > maxRegistrySize) {
-        BEX_CRITICAL(lcPrintParams) << "cannot read the installed driver list" << filePath_;
-        return false;
+    static const char hex[] = "0123456789abcdef";
+    out += '"';
+    const QByteArray utf8 = text.toUtf8();
+    for (const char c : utf8) {
+        const auto byte = static_cast<unsigned char>(c);
+        switch (c) {
+        case '"':
+            out += "\\\"";
+            break;
+        case '\\':
+            out += "\\\\";
+            break;
+        case '\n':
+            out += "\\n";
+            break;
+        case '\r':
+            out += "\\r";
+            break;
+        case '\t':
+            out += "\\t";
+            break;
+        default:
+            if (byte < 0x20) {
+                out += "\\u00";
+                out += hex[byte >> 4];
+                out += hex[byte & 0xf];
+            } else {
+                out += c;
+            }
+        }
     }
+    out += '"';
+}
+
+// The reason a list file cannot be used, or nothing when it holds a list.
+std::optional<QString> readDrivers(QFile &file, QVector<InstalledDriver> &drivers)
+{
+    if (!file.open(QIODevice::ReadOnly))
+        return QStringLiteral("cannot be read: ") + file.errorString();
+    if (file.size() > maxRegistrySize)
+        return QStringLiteral("too large");
     QJsonParseError parseError;
     const QJsonDocument json = QJsonDocument::fromJson(file.readAll(), &parseError);
+    if (parseError.error != QJsonParseError::NoError)
+        return QStringLiteral("not JSON: ") + parseError.errorString();
     const QJsonObject root = json.object();
-    if (parseError.error != QJsonParseError::NoError || !json.isObject() ||
-        root.value(keyFormat).toString() != formatName || !root.value(keyDrivers).isArray()) {
-        BEX_CRITICAL(lcPrintParams) << "installed driver list damaged, ignored:" << filePath_;
-        return false;
-    }
-    QVector<InstalledDriver> drivers;
+    if (!json.isObject() || root.value(keyFormat).toString() != formatName ||
+        !root.value(keyDrivers).isArray())
+        return QStringLiteral("not a list of installed drivers");
     QSet<QString> ids;
     const QJsonArray array = root.value(keyDrivers).toArray();
+    drivers.reserve(array.size());
     for (const QJsonValue &value : array) {
         const QJsonObject object = value.toObject();
         InstalledDriver driver;
@@ -75,33 +98,91 @@ bool DriverRegistry::load()
         if (driver.id.isEmpty() || ids.contains(driver.id) || !fitsField(driver.id, int(kPrinterIdSize)) ||
             !fitsField(driver.name, int(kPrinterNameSize)) ||
             !fitsField(driver.showName, int(kPrinterShowNameSize)) || driver.prsPath.isEmpty() ||
-            !fitsField(driver.prsPath, int(kPrinterPrsPathSize))) {
-            BEX_CRITICAL(lcPrintParams) << "installed driver list damaged, ignored:" << filePath_;
-            return false;
-        }
+            !fitsField(driver.prsPath, int(kPrinterPrsPathSize)))
+            return QStringLiteral("entry ") + QString::number(drivers.size()) +
+                   QStringLiteral(" is not a driver");
         ids.insert(driver.id);
         drivers.append(driver);
     }
-    drivers_ = drivers;
+    return std::nullopt;
+}
+} // namespace
+
+DriverRegistry::DriverRegistry(const QString &filePath)
+    : filePath_(filePath)
+{}
+
+void DriverRegistry::clear()
+{
+    bySequence_.clear();
+    byId_.clear();
+    byPrsKey_.clear();
+    nextSequence_ = 0;
+}
+
+void DriverRegistry::insert(quint64 sequence, const InstalledDriver &driver)
+{
+    bySequence_.emplace(sequence, driver);
+    byId_.insert(driver.id, sequence);
+    // Lists written by other builds may name one file twice: the first
+    // entry answers for it.
+    const QString key = prsPathKey(driver.prsPath);
+    if (!byPrsKey_.contains(key))
+        byPrsKey_.insert(key, sequence);
+    nextSequence_ = std::max(nextSequence_, sequence + 1);
+}
+
+void DriverRegistry::erase(quint64 sequence)
+{
+    const auto it = bySequence_.find(sequence);
+    if (it == bySequence_.end())
+        return;
+    byId_.remove(it->second.id);
+    const QString key = prsPathKey(it->second.prsPath);
+    if (byPrsKey_.value(key, sequence + 1) == sequence)
+        byPrsKey_.remove(key);
+    bySequence_.erase(it);
+}
+
+bool DriverRegistry::load()
+{
+    clear();
+    damaged_ = false;
+    QFile file(filePath_);
+    if (!file.exists())
+        return true;
+    QVector<InstalledDriver> drivers;
+    if (const std::optional<QString> reason = readDrivers(file, drivers)) {
+        // Reported here, once; the file is moved aside by the next change.
+        BEX_CRITICAL(lcPrintParams) << "installed driver list damaged, ignored:" << filePath_ << "-"
+                                    << *reason;
+        damaged_ = true;
+        return false;
+    }
+    for (const InstalledDriver &driver : qAsConst(drivers))
+        insert(nextSequence_, driver);
     return true;
 }
 
-int DriverRegistry::indexOf(const QString &id) const
+QVector<InstalledDriver> DriverRegistry::drivers() const
 {
-    for (int i = 0; i < drivers_.size(); ++i) {
-        if (drivers_.at(i).id == id)
-            return i;
-    }
-    return -1;
+    QVector<InstalledDriver> result;
+    result.reserve(int(bySequence_.size()));
+    for (const auto &entry : bySequence_)
+        result.append(entry.second);
+    return result;
 }
 
-int DriverRegistry::indexOfPrs(const QString &prsPath) const
+const InstalledDriver *DriverRegistry::find(const QString &id) const
 {
-    for (int i = 0; i < drivers_.size(); ++i) {
-        if (samePath(drivers_.at(i).prsPath, prsPath))
-            return i;
-    }
-    return -1;
+    const auto it = byId_.constFind(id);
+    return it == byId_.cend() ? nullptr : &bySequence_.at(it.value());
+}
+
+const InstalledDriver *DriverRegistry::findByPrs(const QString &prsPath) const
+{
+    const auto it = byPrsKey_.constFind(prsPathKey(prsPath));
+    return it == byPrsKey_.cend() ? nullptr : &bySequence_.at(it.value());
 }
 
 QString DriverRegistry::newId() const
@@ -111,53 +192,109 @@ QString DriverRegistry::newId() const
     QString id;
     do {
         id = QUuid::createUuid().toString(QUuid::WithoutBraces);
-    } while (indexOf(id) >= 0);
+    } while (byId_.contains(id));
     return id;
 }
 
-bool DriverRegistry::add(const InstalledDriver &driver)
+bool DriverRegistry::add(InstalledDriver driver)
 {
-    QVector<InstalledDriver> drivers = drivers_;
-    drivers.append(driver);
-    return save(drivers);
+    driver.prsPath = absoluteCleanPath(driver.prsPath);
+    if (driver.id.isEmpty() || byId_.contains(driver.id) || findByPrs(driver.prsPath))
+        return false;
+    const quint64 sequence = nextSequence_;
+    insert(sequence, driver);
+    if (save())
+        return true;
+    erase(sequence);
+    return false;
 }
 
 bool DriverRegistry::remove(const QString &id)
 {
-    const int index = indexOf(id);
-    if (index < 0)
+    const auto it = byId_.constFind(id);
+    if (it == byId_.cend())
         return false;
-    QVector<InstalledDriver> drivers = drivers_;
-    drivers.remove(index);
-    return save(drivers);
+    const quint64 sequence = it.value();
+    const InstalledDriver removed = bySequence_.at(sequence);
+    erase(sequence);
+    if (save())
+        return true;
+    insert(sequence, removed);
+    return false;
 }
 
 bool DriverRegistry::rename(const QString &id, const QString &showName)
 {
-    const int index = indexOf(id);
-    if (index < 0)
+    const auto it = byId_.constFind(id);
+    if (it == byId_.cend())
         return false;
-    QVector<InstalledDriver> drivers = drivers_;
-    drivers[index].showName = showName;
-    return save(drivers);
+    InstalledDriver &driver = bySequence_.at(it.value());
+    const QString previous = driver.showName;
+    driver.showName = showName;
+    if (save())
+        return true;
+    driver.showName = previous;
+    return false;
 }
 
-bool DriverRegistry::save(const QVector<InstalledDriver> &drivers)
+QByteArray DriverRegistry::serialize() const
 {
-    QJsonArray array;
-    for (const InstalledDriver &driver : drivers) {
-        QJsonObject object;
-        object.insert(keyId, driver.id);
-        object.insert(keyName, driver.name);
-        object.insert(keyShowName, driver.showName);
-        object.insert(keyPrs, driver.prsPath);
-        array.append(object);
+    // Written directly rather than through QJsonDocument: one buffer instead
+    // of an object per driver, so that writing a long list neither takes
+    // long nor leaves thousands of freed blocks behind for the next
+    // allocations to sort through. Indented as QJsonDocument indents, keys
+    // in alphabetical order.
+    QByteArray out;
+    out.reserve(int(bySequence_.size()) * 256 + 64);
+    out += "{\n    \"drivers\": [";
+    bool first = true;
+    for (const auto &entry : bySequence_) {
+        const InstalledDriver &driver = entry.second;
+        out += first ? "\n" : ",\n";
+        first = false;
+        out += "        {\n            \"id\": ";
+        appendJsonString(out, driver.id);
+        out += ",\n            \"name\": ";
+        appendJsonString(out, driver.name);
+        out += ",\n            \"prs\": ";
+        appendJsonString(out, driver.prsPath);
+        out += ",\n            \"showName\": ";
+        appendJsonString(out, driver.showName);
+        out += "\n        }";
     }
-    QJsonObject root;
-    root.insert(keyFormat, formatName);
-    root.insert(keyDrivers, array);
-    const QByteArray data = QJsonDocument(root).toJson(QJsonDocument::Indented);
+    out += first ? "]" : "\n    ]";
+    out += ",\n    \"format\": ";
+    appendJsonString(out, formatName);
+    out += "\n}\n";
+    return out;
+}
 
+bool DriverRegistry::keepDamagedFileAside()
+{
+    if (!QFileInfo::exists(filePath_) && !QFileInfo(filePath_).isSymLink()) {
+        damaged_ = false;
+        return true;
+    }
+    // An earlier kept file is never replaced.
+    QString target = filePath_ + QStringLiteral(".bad");
+    for (int n = 1; QFileInfo::exists(target) || QFileInfo(target).isSymLink(); ++n)
+        target = filePath_ + QStringLiteral(".bad.") + QString::number(n);
+    if (!QFile::rename(filePath_, target)) {
+        BEX_CRITICAL(lcPrintParams) << "cannot move the unusable installed driver list aside to" << target
+                                    << "- nothing written";
+        return false;
+    }
+    BEX_CRITICAL(lcPrintParams) << "unusable installed driver list kept aside as" << target;
+    keptAsidePath_ = target;
+    damaged_ = false;
+    return true;
+}
+
+bool DriverRegistry::save()
+{
+    if (damaged_ && !keepDamagedFileAside())
+        return false;
+    const QByteArray data = serialize();
     if (!QDir().mkpath(QFileInfo(filePath_).absolutePath())) {
         BEX_CRITICAL(lcPrintParams) << "cannot create the folder of" << filePath_;
         return false;
@@ -169,7 +306,6 @@ bool DriverRegistry::save(const QVector<InstalledDriver> &drivers)
         file.cancelWriting();
         return false;
     }
-    drivers_ = drivers;
     return true;
 }
 

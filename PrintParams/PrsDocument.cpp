@@ -86,6 +86,9 @@ public:
         out = value.toString();
         if (required && out.isEmpty())
             return fail(where + QStringLiteral(": \"") + key + QStringLiteral("\" is empty"));
+        if (QString::fromLocal8Bit(out.toLocal8Bit()) != out)
+            return fail(where + QStringLiteral(": \"") + key +
+                        QStringLiteral("\" holds text the local 8-bit encoding cannot hold"));
         if (!fitsField(out, capacity))
             return fail(where + QStringLiteral(": \"") + key +
                         QStringLiteral("\" too long or holds a zero character"));
@@ -118,6 +121,16 @@ public:
         return true;
     }
 
+    bool iccName(const QJsonObject &object, const QString &key, QString &out, const QString &where)
+    {
+        if (!text(object, key, int(kIccPathSize), false, out, where))
+            return false;
+        if (!isIccProfileName(out))
+            return fail(where + QStringLiteral(": \"") + key +
+                        QStringLiteral("\" leaves its ICC folder or is not a file name"));
+        return true;
+    }
+
     bool array(const QJsonObject &object, const QString &key, int minSize, int maxSize, QJsonArray &out,
                const QString &where)
     {
@@ -135,6 +148,7 @@ public:
     {
         out.clear();
         QSet<qint64> orders;
+        QSet<QString> names;
         for (int i = 0; i < array.size(); ++i) {
             const QString at = where + QStringLiteral(" channel ") + QString::number(i);
             if (!array.at(i).isObject())
@@ -154,6 +168,13 @@ public:
             if (orders.contains(order))
                 return fail(at + QStringLiteral(": \"order\" used twice"));
             orders.insert(order);
+            // Readers look channels up by name, and some ignore case
+            // ("c" is cyan): two names that differ only in case would be
+            // one channel to them.
+            const QString folded = channel.name.toCaseFolded();
+            if (names.contains(folded))
+                return fail(at + QStringLiteral(": \"name\" used twice (ignoring case)"));
+            names.insert(folded);
             channel.order = int(order);
             out.append(channel);
         }
@@ -210,7 +231,24 @@ bool sameChannelNames(const QVector<PrsChannel> &a, const QVector<PrsChannel> &b
 bool fitsField(const QString &text, int capacity)
 {
     const QByteArray bytes = text.toLocal8Bit();
-    return bytes.size() < capacity && !bytes.contains('\0');
+    return bytes.size() < capacity && !bytes.contains('\0') && QString::fromLocal8Bit(bytes) == text;
+}
+
+bool isIccProfileName(const QString &name)
+{
+    if (name.isEmpty())
+        return true;
+    for (const QChar c : name) {
+        if (c.unicode() < 0x20 || c.unicode() == 0x7f || c == QLatin1Char(':'))
+            return false;
+    }
+    const QString slashed = QString(name).replace(QLatin1Char('\\'), QLatin1Char('/'));
+    const QVector<QStringRef> parts = slashed.splitRef(QLatin1Char('/'));
+    for (const QStringRef &part : parts) {
+        if (part.isEmpty() || part == QLatin1String(".") || part == QLatin1String(".."))
+            return false;
+    }
+    return true;
 }
 
 std::optional<PrsDocument> PrsDocument::load(const QString &path, QString *error)
@@ -276,9 +314,12 @@ std::optional<PrsDocument> PrsDocument::parse(const QByteArray &data, QString *e
         return std::nullopt;
     }
 
+    // Keys are unique as the bytes the handler hands out, in either
+    // language: readers tell the resolution, paper and ink settings from
+    // the others by their key.
     QSet<quint32> enumIds;
-    QSet<QString> keys;
-    QSet<QString> keysEn;
+    QSet<QByteArray> keys;
+    QSet<QByteArray> keysEn;
     for (int i = 0; i < enums.size(); ++i) {
         const QString at = QStringLiteral("enum ") + QString::number(i);
         if (!enums.at(i).isObject()) {
@@ -310,8 +351,9 @@ std::optional<PrsDocument> PrsDocument::parse(const QByteArray &data, QString *e
             read.fail(at + QStringLiteral(": unknown kind \"") + kind + QStringLiteral("\""));
             return std::nullopt;
         }
-        if (enumIds.contains(item.enumId) || keys.contains(item.key) ||
-            (!item.keyEn.isEmpty() && keysEn.contains(item.keyEn))) {
+        const QByteArray keyBytes = item.key.toLocal8Bit();
+        const QByteArray keyEnBytes = (item.keyEn.isEmpty() ? item.key : item.keyEn).toLocal8Bit();
+        if (enumIds.contains(item.enumId) || keys.contains(keyBytes) || keysEn.contains(keyEnBytes)) {
             read.fail(at + QStringLiteral(": enumId or key used twice"));
             return std::nullopt;
         }
@@ -320,9 +362,8 @@ std::optional<PrsDocument> PrsDocument::parse(const QByteArray &data, QString *e
             return std::nullopt;
         }
         enumIds.insert(item.enumId);
-        keys.insert(item.key);
-        if (!item.keyEn.isEmpty())
-            keysEn.insert(item.keyEn);
+        keys.insert(keyBytes);
+        keysEn.insert(keyEnBytes);
 
         for (int v = 0; v < values.size(); ++v) {
             const QString valueAt = at + QStringLiteral(" value ") + QString::number(v);
@@ -396,9 +437,9 @@ std::optional<PrsDocument> PrsDocument::parse(const QByteArray &data, QString *e
                 const QString iccAt = at + QStringLiteral(" icc");
                 PrsIcc icc;
                 qint64 intent = 0;
-                if (!read.text(iccObject, keyRgb, int(kIccPathSize), false, icc.rgb, iccAt) ||
-                    !read.text(iccObject, keyCmyk, int(kIccPathSize), false, icc.cmyk, iccAt) ||
-                    !read.text(iccObject, keyOutput, int(kIccPathSize), false, icc.output, iccAt) ||
+                if (!read.iccName(iccObject, keyRgb, icc.rgb, iccAt) ||
+                    !read.iccName(iccObject, keyCmyk, icc.cmyk, iccAt) ||
+                    !read.iccName(iccObject, keyOutput, icc.output, iccAt) ||
                     !read.integer(iccObject, keyIntent, kIccIntentPerceptual, kIccIntentAbsoluteColorimetric,
                                   intent, iccAt))
                     return std::nullopt;
@@ -545,16 +586,18 @@ PrsCombination *PrsDocument::currentCombination()
     return const_cast<PrsCombination *>(static_cast<const PrsDocument *>(this)->currentCombination());
 }
 
-PrsCombination &PrsDocument::ensureCurrentCombination()
+PrsCombination *PrsDocument::ensureCurrentCombination()
 {
     if (PrsCombination *combination = currentCombination())
-        return *combination;
+        return combination;
+    if (combinations.size() >= kMaxCombinations)
+        return nullptr;
     PrsCombination combination;
     combination.resolution = selectedOf(EnumKind::Resolution);
     combination.paper = selectedOf(EnumKind::Paper);
     combination.ink = selectedOf(EnumKind::Ink);
     combinations.append(combination);
-    return combinations.last();
+    return &combinations.last();
 }
 
 const QVector<PrsChannel> &PrsDocument::currentChannels() const
@@ -563,10 +606,15 @@ const QVector<PrsChannel> &PrsDocument::currentChannels() const
     return combination && combination->channels ? *combination->channels : channels;
 }
 
-QVector<PrsChannel> &PrsDocument::currentChannels()
+bool PrsDocument::setCurrentChannels(const QVector<PrsChannel> &edited)
 {
-    PrsCombination *combination = currentCombination();
-    return combination && combination->channels ? *combination->channels : channels;
+    if (edited == currentChannels())
+        return true;
+    PrsCombination *combination = ensureCurrentCombination();
+    if (!combination)
+        return false;
+    combination->channels = edited;
+    return true;
 }
 
 } // namespace bex::printparams

@@ -51,6 +51,13 @@ struct PrsChannel
     double maxInk = 1.0;
     int order = 0;
     bool on = true;
+
+    bool operator==(const PrsChannel &other) const
+    {
+        return name == other.name && density == other.density && maxInk == other.maxInk &&
+               order == other.order && on == other.on;
+    }
+    bool operator!=(const PrsChannel &other) const { return !(*this == other); }
 };
 
 struct PrsIcc
@@ -109,18 +116,33 @@ public:
     // the file holds nothing for it.
     const PrsCombination *currentCombination() const;
     PrsCombination *currentCombination();
-    // The current combination, added when the file holds none yet.
-    PrsCombination &ensureCurrentCombination();
+    // The current combination, added when the file holds none yet; null
+    // when it would have to be added and the file already holds
+    // kMaxCombinations.
+    PrsCombination *ensureCurrentCombination();
     // The channels that apply now: the combination's own, else the driver's.
     const QVector<PrsChannel> &currentChannels() const;
-    QVector<PrsChannel> &currentChannels();
+    // Makes edited the channels of the current combination. The driver-wide
+    // list is never changed: a combination that has no channels of its own
+    // gets a copy on its first change, so that an ink limit set for one
+    // medium does not reach the others. Writing back what applies already
+    // changes nothing. False when the combination would have to be added to
+    // a file that holds kMaxCombinations.
+    bool setCurrentChannels(const QVector<PrsChannel> &edited);
 
 private:
     int selectedOf(EnumKind kind) const;
 };
 
-// True when text, in the local 8-bit encoding and with its terminating zero,
-// fits a field of capacity bytes and holds no zero of its own.
+// True when the local 8-bit encoding holds text exactly (decoding its bytes
+// gives text back) and the bytes, with their terminating zero, fit a field
+// of capacity bytes and hold no zero of their own.
 bool fitsField(const QString &text, int capacity);
+
+// True when name can be an ICC profile name: empty (no profile), or a path
+// relative to its ICC folder that stays inside it: not absolute, no drive
+// letter or other colon, no empty, "." or ".." component, no control
+// character. Both '/' and '\\' count as separators, as on Windows.
+bool isIccProfileName(const QString &name);
 
 } // namespace bex::printparams

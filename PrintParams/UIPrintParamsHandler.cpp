@@ -2,6 +2,8 @@
 
 #include "PrintParamsLogging.h"
 
+#include "Common/PrsPath.h"
+
 #include <QCoreApplication>
 
 #include <cmath>
@@ -23,19 +25,37 @@ void copyField(char (&field)[N], const QString &text)
     std::memcpy(field, bytes.constData(), size);
 }
 
-// Reads a fixed field of a record handed in by a caller: the text up to its
-// zero, or nothing when the field holds no zero at all.
+// Decodes bytes that came in from a caller, or nothing when the local 8-bit
+// encoding does not give the same bytes back: such text would be changed
+// by storing it, and could no longer be told from other text.
+std::optional<QString> decoded(const QByteArray &bytes)
+{
+    QString text = QString::fromLocal8Bit(bytes);
+    if (text.toLocal8Bit() != bytes)
+        return std::nullopt;
+    return text;
+}
+
+// The bytes of a fixed field of a record handed in by a caller, up to its
+// zero; nothing when the field holds no zero at all.
 template <std::size_t N>
-std::optional<QString> readField(const char (&field)[N])
+std::optional<QByteArray> fieldBytes(const char (&field)[N])
 {
     const void *end = std::memchr(field, '\0', N);
     if (!end)
         return std::nullopt;
-    return QString::fromLocal8Bit(field, int(static_cast<const char *>(end) - field));
+    return QByteArray(field, int(static_cast<const char *>(end) - field));
 }
 
-// A C string argument, or nothing when it is null or does not end within
-// limit bytes (its terminating zero included).
+template <std::size_t N>
+std::optional<QString> readField(const char (&field)[N])
+{
+    const std::optional<QByteArray> bytes = fieldBytes(field);
+    return bytes ? decoded(*bytes) : std::nullopt;
+}
+
+// A C string argument, or nothing when it is null, does not end within
+// limit bytes (its terminating zero included) or is not local 8-bit text.
 std::optional<QString> argument(const char *text, std::size_t limit)
 {
     if (!text)
@@ -45,7 +65,7 @@ std::optional<QString> argument(const char *text, std::size_t limit)
         ++length;
     if (length >= limit)
         return std::nullopt;
-    return QString::fromLocal8Bit(text, int(length));
+    return decoded(QByteArray(text, int(length)));
 }
 
 QString shown(const QString &text, const QString &english, bool useEnglish)
@@ -59,7 +79,7 @@ UIPrintParamsHandler::UIPrintParamsHandler(const QString &registryFile)
     : registry_(registryFile)
 {
     registry_.load();
-    BEX_DEBUG(lcPrintParams) << "installed drivers:" << registry_.drivers().size() << "in" << registryFile;
+    BEX_DEBUG(lcPrintParams) << "installed drivers:" << registry_.size() << "in" << registryFile;
 }
 
 UIPrintParamsHandler::~UIPrintParamsHandler() = default;
@@ -90,32 +110,39 @@ printerInfoItem *UIPrintParamsHandler::AddPrinterDriverPrs(const char *prsPath, 
         BEX_WARNING(lcPrintParams) << "refused: no usable path or reserved argument not 0";
         return nullptr;
     }
-    if (registry_.indexOfPrs(*path) >= 0) {
-        BEX_WARNING(lcPrintParams) << "already installed:" << *path;
+    // Kept absolute, so that the path names the same file whatever the
+    // working folder of a later caller.
+    const QString absolute = absoluteCleanPath(*path);
+    if (!fitsField(absolute, int(kPrinterPrsPathSize))) {
+        BEX_WARNING(lcPrintParams) << "refused: the absolute path does not fit its field:" << absolute;
+        return nullptr;
+    }
+    if (registry_.findByPrs(absolute)) {
+        BEX_WARNING(lcPrintParams) << "already installed:" << absolute;
         return nullptr;
     }
     QString error;
-    const std::optional<PrsDocument> document = PrsDocument::load(*path, &error);
+    const std::optional<PrsDocument> document = PrsDocument::load(absolute, &error);
     if (!document) {
-        BEX_WARNING(lcPrintParams) << "refused" << *path << "-" << error;
+        BEX_WARNING(lcPrintParams) << "refused" << absolute << "-" << error;
         return nullptr;
     }
     InstalledDriver driver;
     driver.id = registry_.newId();
     driver.name = document->driverName;
     driver.showName = document->driverName;
-    driver.prsPath = *path;
+    driver.prsPath = absolute;
     if (!registry_.add(driver))
         return nullptr;
     addedDriver_ = makeInfoItem(driver);
-    BEX_DEBUG(lcPrintParams) << "installed" << driver.id << driver.name << *path;
+    BEX_DEBUG(lcPrintParams) << "installed" << driver.id << driver.name << absolute;
     return addedDriver_.get();
 }
 
 bool UIPrintParamsHandler::DeletePrinterDriverPrs(const char *driverId)
 {
     const std::optional<QString> id = argument(driverId, kPrinterIdSize);
-    if (!id || registry_.indexOf(*id) < 0) {
+    if (!id || !registry_.find(*id)) {
         BEX_WARNING(lcPrintParams) << "not installed:" << (id ? *id : QString());
         return false;
     }
@@ -134,12 +161,12 @@ bool UIPrintParamsHandler::SelectPrinterDriverPrs(const char *driverId, unsigned
     selection_.reset();
     dropRecords();
     const std::optional<QString> id = argument(driverId, kPrinterIdSize);
-    const int index = id ? registry_.indexOf(*id) : -1;
-    if (index < 0) {
+    const InstalledDriver *found = id ? registry_.find(*id) : nullptr;
+    if (!found) {
         BEX_WARNING(lcPrintParams) << "not installed:" << (id ? *id : QString());
         return false;
     }
-    const InstalledDriver &driver = registry_.drivers().at(index);
+    const InstalledDriver driver = *found;
     QString error;
     std::optional<PrsDocument> document = PrsDocument::load(driver.prsPath, &error);
     if (!document) {
@@ -170,7 +197,7 @@ bool UIPrintParamsHandler::RechristenDriverShowName(const char *driverId, const 
 {
     const std::optional<QString> id = argument(driverId, kPrinterIdSize);
     const std::optional<QString> name = argument(showName, kPrinterShowNameSize);
-    if (!id || registry_.indexOf(*id) < 0 || !name || name->trimmed().isEmpty()) {
+    if (!id || !registry_.find(*id) || !name || name->trimmed().isEmpty()) {
         BEX_WARNING(lcPrintParams) << "refused: unknown driver or unusable name";
         return false;
     }
@@ -286,17 +313,17 @@ bool UIPrintParamsHandler::SetChannelColorInfo(const printerChannelColorInfo *in
         BEX_WARNING(lcPrintParams) << "refused: no driver selected or no record";
         return false;
     }
-    QVector<PrsChannel> &channels = selection_->document.currentChannels();
-    if (info->pcciChanneNum != channels.size() || !info->channels) {
+    QVector<PrsChannel> edited = selection_->document.currentChannels();
+    if (info->pcciChanneNum != edited.size() || !info->channels) {
         BEX_WARNING(lcPrintParams) << "refused: channel count" << info->pcciChanneNum << "expected"
-                                   << channels.size();
+                                   << edited.size();
         return false;
     }
-    QVector<PrsChannel> edited = channels;
     for (int i = 0; i < edited.size(); ++i) {
         const inkChannelInfo &entry = info->channels[i];
-        const std::optional<QString> name = readField(entry.iciName);
-        if (!name || *name != edited.at(i).name || !std::isfinite(entry.iciDepth) ||
+        // Names are compared as the bytes handed out, not as decoded text.
+        const std::optional<QByteArray> name = fieldBytes(entry.iciName);
+        if (!name || *name != edited.at(i).name.toLocal8Bit() || !std::isfinite(entry.iciDepth) ||
             entry.iciDepth < kMinDensity || entry.iciDepth > kMaxDensity || !std::isfinite(entry.iciMaxInk) ||
             entry.iciMaxInk < kMinMaxInk || entry.iciMaxInk > kMaxMaxInk) {
             BEX_WARNING(lcPrintParams) << "refused: channel" << i << "renamed or out of range";
@@ -305,7 +332,16 @@ bool UIPrintParamsHandler::SetChannelColorInfo(const printerChannelColorInfo *in
         edited[i].density = entry.iciDepth;
         edited[i].maxInk = entry.iciMaxInk;
     }
-    channels = edited;
+    return setChannels(edited);
+}
+
+bool UIPrintParamsHandler::setChannels(const QVector<PrsChannel> &edited)
+{
+    if (!selection_->document.setCurrentChannels(edited)) {
+        BEX_WARNING(lcPrintParams) << "refused: the driver already holds" << kMaxCombinations
+                                   << "combinations";
+        return false;
+    }
     return true;
 }
 
@@ -334,13 +370,20 @@ bool UIPrintParamsHandler::SetIccSettingInfo(const printerIccColorInfo *info)
     const std::optional<QString> output = readField(info->iccFilePath_OUTPUT);
     if (!rgb || !cmyk || !output || info->iccIntentType < kIccIntentPerceptual ||
         info->iccIntentType > kIccIntentAbsoluteColorimetric) {
-        BEX_WARNING(lcPrintParams) << "refused: unterminated profile name or intent" << info->iccIntentType;
+        BEX_WARNING(lcPrintParams) << "refused: unterminated or undecodable profile name, or intent"
+                                   << info->iccIntentType;
         return false;
     }
-    PrsDocument &document = selection_->document;
+    for (const QString *name : {&*rgb, &*cmyk, &*output}) {
+        if (!isIccProfileName(*name)) {
+            BEX_WARNING(lcPrintParams) << "refused: profile name leaves its ICC folder:" << *name;
+            return false;
+        }
+    }
     // A combination the file does not hold yet is added to it; the file
     // must stay within what a later load accepts.
-    if (!document.currentCombination() && document.combinations.size() >= kMaxCombinations) {
+    PrsCombination *combination = selection_->document.ensureCurrentCombination();
+    if (!combination) {
         BEX_WARNING(lcPrintParams) << "refused: the driver already holds" << kMaxCombinations
                                    << "combinations";
         return false;
@@ -350,7 +393,7 @@ bool UIPrintParamsHandler::SetIccSettingInfo(const printerIccColorInfo *info)
     icc.cmyk = *cmyk;
     icc.output = *output;
     icc.intent = info->iccIntentType;
-    document.ensureCurrentCombination().icc = icc;
+    combination->icc = icc;
     return true;
 }
 
@@ -392,7 +435,7 @@ bool UIPrintParamsHandler::SetInkOrderInfo(const printerInkOrderInfo *info)
         BEX_WARNING(lcPrintParams) << "refused: no driver selected or no record";
         return false;
     }
-    QVector<PrsChannel> &channels = selection_->document.currentChannels();
+    QVector<PrsChannel> channels = selection_->document.currentChannels();
     if (info->pioiInkNum != channels.size() || !info->pioiInkOrder || !info->PioiInkOFFON) {
         BEX_WARNING(lcPrintParams) << "refused: ink count" << info->pioiInkNum << "expected"
                                    << channels.size();
@@ -412,7 +455,7 @@ bool UIPrintParamsHandler::SetInkOrderInfo(const printerInkOrderInfo *info)
         channels[i].order = info->pioiInkOrder[i];
         channels[i].on = info->PioiInkOFFON[i] == 0;
     }
-    return true;
+    return setChannels(channels);
 }
 
 void UIPrintParamsHandler::dropRecords()

@@ -19,6 +19,8 @@ namespace bex::printparams {
 // The installed drivers live in a DriverRegistry. SelectPrinterDriverPrs
 // reads the chosen driver's .prs file into a working document; setters
 // change that document only, and CommitPrinterDriverPrs writes it back.
+// Channel settings, ink order and ICC settings belong to the combination of
+// resolution, paper and ink selected at the time of the change.
 // Selecting again (or another driver) drops uncommitted changes.
 //
 // Records handed out are kept in members and replaced on the next request
@@ -84,6 +86,9 @@ private:
     std::unique_ptr<printerInfoItem> makeInfoItem(const InstalledDriver &driver) const;
     std::unique_ptr<EnumRecord> makeEnumRecord(const PrsEnum &item) const;
     void dropRecords();
+    // Stores the edited channels of the current combination (see
+    // PrsDocument::setCurrentChannels); needs a selection.
+    bool setChannels(const QVector<PrsChannel> &edited);
 
     DriverRegistry registry_;
     std::optional<Selection> selection_;

@@ -4,9 +4,44 @@
 // share. Hosts build against this header and load the module at run time,
 // either by linking it or through QLibrary with the function pointer types
 // below. Both sides must be built against the same header: the order of the
-// virtual functions and of the data members is the binary contract.
+// virtual functions and of the data members is the binary contract. The
+// header needs nothing but Qt Core: compile with "-I include" and Qt's
+// include path.
+//
+// What a host must know:
+//   - Calling order: BexRipEngineDriverUI_RipServer_Initialize() first, and go
+//     on only when it returned true; then module objects, freed with
+//     DestroyBexRipEngineDriverUI_RipServer(); UnInitialize() last. A refused
+//     Initialize() may simply be called again later: every call tries to get
+//     the print-parameter library's handler anew, and Initialize() after
+//     UnInitialize() makes a new handler. Everything runs on the GUI thread.
+//   - Lifetime: the DriverInfo and IDriver objects handed out are shared
+//     pointers that may outlive the module object, but never the library:
+//     release them before unloading the module, since their code lives there.
+//   - unserialize() trusts its input: it rebuilds a driver from bytes the host
+//     saved with serialize(), refuses malformed documents, and the rebuilt
+//     driver's removePrsFile() deletes whatever path the document names. Hand
+//     it only bytes the host itself stored.
+//   - Language: without a call the dialogs show their Chinese source texts;
+//     setLanguage(QLocale::English) shows English in the dialogs opened
+//     afterwards. Every switch installs one more translator and none is
+//     removed, and the Chinese translation holds no text of its own: choosing
+//     Chinese after English therefore still shows the English texts (and logs
+//     that the empty Chinese file was not installed). A host that offers
+//     both languages chooses one before the first dialog, or restarts to go
+//     back to Chinese. Setting the language already set does nothing.
 
-#include "bexripenginedriverui_export.h"
+#if defined(_WIN32) || defined(__CYGWIN__)
+#if defined(BexRipEngineDriverUI_RipServer_EXPORTS)
+#define BEXRIPENGINEDRIVERUI_EXPORT __declspec(dllexport)
+#else
+#define BEXRIPENGINEDRIVERUI_EXPORT __declspec(dllimport)
+#endif
+#elif defined(__GNUC__)
+#define BEXRIPENGINEDRIVERUI_EXPORT __attribute__((visibility("default")))
+#else
+#define BEXRIPENGINEDRIVERUI_EXPORT
+#endif
 
 #include <QByteArray>
 #include <QLocale>

@@ -1,9 +1,17 @@
 #include "BexRipEngineDriverUI_RipServer_p.h"
 
 #include "Common/Logging.h"
+#include "Config/PrinterDriverConfig.h"
 #include "Config/UIModuleConfig.h"
+#include "FramelessWidget/Common/CommonFramelessMessageBox.h"
+#include "TempPrsFileName.h"
 #include "UI/PrinterDriverManager.h"
+#include "UI/PrinterDriverManagerDlg.h"
+#include "UI/PrinterDriverPropertyDlg.h"
 
+#include <IUIPrintParamsHandler.h>
+
+#include <QFile>
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QJsonParseError>
@@ -11,7 +19,6 @@
 #ifdef Q_OS_WIN
 #include <windows.h>
 #else
-#include <QFile>
 #include <unistd.h>
 #endif
 
@@ -36,9 +43,94 @@ const QString keyInfo = QStringLiteral("info");
 const QString keyModeId = QStringLiteral("modeId");
 const QString keyPrsFilePath = QStringLiteral("prsFilePath");
 
-QString kindText()
+const QString &kindText()
 {
-    return QString::fromWCharArray(kindString);
+    static const QString text = QString::fromWCharArray(kindString);
+    return text;
+}
+
+// The serialized driver is written directly, in exactly the bytes that
+// QJsonDocument::toJson(QJsonDocument::Compact) gives for the same object:
+// building three QJsonObjects and writing them took most of serialize()'s
+// time. The fixed "meta" member is written once by QJsonDocument itself.
+
+// "key": for the plain ASCII keys above.
+QByteArray jsonKey(const QString &key)
+{
+    return '"' + key.toLatin1() + "\":";
+}
+
+QByteArray metaMember()
+{
+    QJsonObject meta;
+    meta.insert(keyType, kindText());
+    meta.insert(keyMainVersion, documentMainVersion);
+    meta.insert(keySubVersion, documentSubVersion);
+    return jsonKey(keyMeta) + QJsonDocument(meta).toJson(QJsonDocument::Compact);
+}
+
+// Appends text as a JSON string the way QJsonDocument writes one: UTF-8, the
+// quote and the backslash escaped, control characters as short escapes or
+// \u00XX, and a surrogate without its partner as \uXXXX.
+void appendJsonString(QByteArray &out, const QString &text)
+{
+    static const char hexDigits[] = "0123456789abcdef";
+    const auto appendEscaped = [&out](ushort unit) {
+        out += "\\u";
+        for (int shift = 12; shift >= 0; shift -= 4)
+            out += hexDigits[(unit >> shift) & 0xf];
+    };
+    out += '"';
+    const int size = text.size();
+    for (int i = 0; i < size; ++i) {
+        const ushort unit = text.at(i).unicode();
+        if (unit < 0x80) {
+            switch (unit) {
+            case '"':
+                out += "\\\"";
+                break;
+            case '\\':
+                out += "\\\\";
+                break;
+            case '\b':
+                out += "\\b";
+                break;
+            case '\f':
+                out += "\\f";
+                break;
+            case '\n':
+                out += "\\n";
+                break;
+            case '\r':
+                out += "\\r";
+                break;
+            case '\t':
+                out += "\\t";
+                break;
+            default:
+                if (unit < 0x20)
+                    appendEscaped(unit);
+                else
+                    out += char(unit);
+            }
+        } else if (unit < 0x800) {
+            out += char(0xc0 | (unit >> 6));
+            out += char(0x80 | (unit & 0x3f));
+        } else if (QChar::isHighSurrogate(unit) && i + 1 < size && text.at(i + 1).isLowSurrogate()) {
+            const uint code = QChar::surrogateToUcs4(unit, text.at(++i).unicode());
+            out += char(0xf0 | (code >> 18));
+            out += char(0x80 | ((code >> 12) & 0x3f));
+            out += char(0x80 | ((code >> 6) & 0x3f));
+            out += char(0x80 | (code & 0x3f));
+        } else if (QChar::isSurrogate(unit)) {
+            appendEscaped(unit);
+        } else {
+            out += char(0xe0 | (unit >> 12));
+            out += char(0x80 | ((unit >> 6) & 0x3f));
+            out += char(0x80 | (unit & 0x3f));
+        }
+    }
+    out += '"';
 }
 
 } // namespace
@@ -69,20 +161,95 @@ void BexRipEngineDriverUI_RipServer::setLanguage(QLocale::Language language)
 bool BexRipEngineDriverUI_RipServer::showDriverManagerDlg(QWidget *parent,
                                                           ICallback_DriverManagerDlg *callback)
 {
-    Q_UNUSED(parent)
-    Q_UNUSED(callback)
-    BEX_CRITICAL(lcPlugin) << "the driver manager dialog is not built yet";
-    return false;
+    PrinterDriverManagerDlg dialog(parent);
+    // The operator's changes are already in the manager when it closes.
+    dialog.exec();
+    if (!callback)
+        return true;
+
+    PrinterDriverManager *manager = PrinterDriverManager::instance();
+    const QString driverId = manager->defaultDriverId();
+    QString showName;
+    QStringList spotColorSampleNameList;
+    if (!driverId.isEmpty()) {
+        const PrinterDriverManager::DriverInfoPtr driver = manager->findDriverInfo(driverId);
+        if (driver.isNull()) {
+            BEX_CRITICAL(lcPlugin) << "findDriverInfo failed! check your code";
+            return false;
+        }
+        showName = driver->showName;
+        // Selects the driver in the print-parameter library, so that the
+        // spot colours below are this driver's.
+        manager->setDefaultDriverId(driverId);
+        manager->getDefaultSpotColorSampleNameList(spotColorSampleNameList);
+    }
+    callback->onFinished(showName, spotColorSampleNameList);
+    return true;
 }
 
 bool BexRipEngineDriverUI_RipServer::showDriverPropertyDlg(QWidget *parent, const RipExtraOption &option,
                                                            ICallback_DriverPropertyDlg *callback)
 {
-    Q_UNUSED(parent)
-    Q_UNUSED(option)
-    Q_UNUSED(callback)
-    BEX_CRITICAL(lcPlugin) << "the driver property dialog is not built yet";
-    return false;
+    PrinterDriverManager *manager = PrinterDriverManager::instance();
+    QString driverId = manager->defaultDriverId();
+    if (driverId.isEmpty()) {
+        // No default driver yet: let the operator install or choose one.
+        PrinterDriverManagerDlg dialog(parent);
+        dialog.exec();
+        driverId = manager->defaultDriverId();
+        if (driverId.isEmpty()) {
+            CommonFramelessMessageBox::warning(parent, QObject::tr("温馨提示"),
+                                               QObject::tr("请选择默认打印机"), QObject::tr("确定"), 0,
+                                               QString(), nullptr, Qt::AlignHCenter);
+            return false;
+        }
+    }
+
+    const PrinterDriverManager::DriverInfoPtr driver = manager->findDriverInfo(driverId);
+    if (driver.isNull()) {
+        BEX_CRITICAL(lcPlugin) << "findDriverInfo failed! check your code";
+        return false;
+    }
+
+    RipExtraOption jobOption = option;
+    if (PrinterDriverConfig::instance()->bPromptDriverPropertyDlg()) {
+        PrinterDriverPropertyDlg dialog(driverId, parent);
+        dialog.setExtraOption(option);
+        if (dialog.exec() == QDialog::Rejected)
+            return false;
+        jobOption = dialog.extraOption();
+    }
+    if (!callback)
+        return true;
+
+    // The property dialog or the manager may have selected another driver
+    // in the library since; everything below reads the job's driver.
+    manager->setDefaultDriverId(driverId);
+    quint32 dpiX = 0;
+    quint32 dpiY = 0;
+    if (!manager->getDefaultDriverDpi(dpiX, dpiY)) {
+        BEX_CRITICAL(lcPlugin) << "getDefaultDriverDpi failed";
+        return false;
+    }
+
+    // The job keeps its own copy of the driver's description, so that later
+    // edits of the driver do not change a job already prepared.
+    const QString tempPrsFilePath = makeTempPrsFilePath(PrinterDriverConfig::instance()->dtpBinDir());
+    if (!QFile::copy(driver->prsPath, tempPrsFilePath)) {
+        BEX_CRITICAL(lcPlugin) << "copy file failed";
+        return false;
+    }
+
+    IUIPrintParamsHandler *handler = manager->getHandler();
+    auto info = QSharedPointer<DriverInfo_RipServer>::create();
+    info->prsFilePath = tempPrsFilePath;
+    info->showName = driver->showName;
+    info->dpiX = dpiX;
+    info->dpiY = dpiY;
+    info->modeId = handler ? handler->GetCurModeId() : info->modeId;
+    manager->getDefaultSpotColorSampleNameList(info->spotColorSampleNameList);
+    callback->onFinished(jobOption, info);
+    return true;
 }
 
 QSharedPointer<IRipEngine::IDriver>
@@ -111,21 +278,19 @@ QByteArray BexRipEngineDriverUI_RipServer::serialize(const QSharedPointer<IRipEn
     // The kind check above makes the downcast safe.
     const auto *ours = static_cast<const BexRipEngineDriver_RipServer *>(driver.data());
 
-    QJsonObject meta;
-    meta.insert(keyType, kindText());
-    meta.insert(keyMainVersion, documentMainVersion);
-    meta.insert(keySubVersion, documentSubVersion);
-
-    QJsonObject info;
-    info.insert(keyModeId, ours->modeId);
-    info.insert(keyPrsFilePath, QString::fromStdWString(ours->prsFilePath));
-
-    QJsonObject root;
-    root.insert(keyMeta, meta);
-    root.insert(keyInfo, info);
-    QJsonDocument document;
-    document.setObject(root);
-    return document.toJson(QJsonDocument::Compact);
+    // {"info":{"modeId":<n>,"prsFilePath":<path>},"meta":{...}}: keys in the
+    // sorted order QJsonObject keeps them.
+    static const QByteArray infoHead = '{' + jsonKey(keyInfo) + '{' + jsonKey(keyModeId);
+    static const QByteArray pathKey = ',' + jsonKey(keyPrsFilePath);
+    static const QByteArray tail = "}," + metaMember() + '}';
+    QByteArray document;
+    document.reserve(infoHead.size() + pathKey.size() + tail.size() + 16 + int(ours->prsFilePath.size()) * 3);
+    document += infoHead;
+    document += QByteArray::number(ours->modeId);
+    document += pathKey;
+    appendJsonString(document, QString::fromStdWString(ours->prsFilePath));
+    document += tail;
+    return document;
 }
 
 QSharedPointer<IRipEngine::IDriver> BexRipEngineDriverUI_RipServer::unserialize(const QByteArray &data)
@@ -163,10 +328,18 @@ QSharedPointer<IRipEngine::IDriver> BexRipEngineDriverUI_RipServer::unserialize(
         return {};
     }
 
-    auto driver = QSharedPointer<BexRipEngineDriver_RipServer>::create();
     const QJsonObject info = root.value(keyInfo).toObject();
+    const QString prsFilePath = info.value(keyPrsFilePath).toString();
+    // The path ends up in a C string when removePrsFile() deletes it: a NUL
+    // inside would cut it short and make it name another file.
+    if (prsFilePath.contains(QChar(0))) {
+        BEX_WARNING(lcPlugin) << "路径含有空字符";
+        return {};
+    }
+
+    auto driver = QSharedPointer<BexRipEngineDriver_RipServer>::create();
     driver->modeId = info.value(keyModeId).toInt(0);
-    driver->prsFilePath = info.value(keyPrsFilePath).toString().toStdWString();
+    driver->prsFilePath = prsFilePath.toStdWString();
     return driver;
 }
 

@@ -7,8 +7,6 @@
 #include <cstdint>
 #include <mutex>
 
-namespace {
-
 qint64 cachedProcessId()
 {
     static std::once_flag once;
@@ -16,6 +14,8 @@ qint64 cachedProcessId()
     std::call_once(once, [] { pid = QCoreApplication::applicationPid(); });
     return pid;
 }
+
+namespace {
 
 std::atomic<std::uint32_t> sequence{0};
 

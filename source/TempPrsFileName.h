@@ -8,3 +8,6 @@
 // cached; the sequence number is a process-wide counter taken atomically, so
 // two names made in the same millisecond, from any thread, differ.
 QString makeTempPrsFilePath(const QString &dtpBinDir);
+
+// The process id, read once per process.
+qint64 cachedProcessId();

@@ -47,16 +47,47 @@ def icc(rgb, cmyk, output, intent):
     return {"rgb": rgb, "cmyk": cmyk, "output": output, "intent": intent}
 
 
-def direction(enum_id):
-    return enum(enum_id, "打印方向", "Print direction", [val("双向", "Bidirectional"), val("单向", "Unidirectional")])
+# Common settings of a flatbed UV printer, shown in the property dialog's
+# "其他属性" section. Enum ids are the same in every sample.
+def direction(selected=0):
+    return enum(10, "打印方向", "Print direction", [val("双向", "Bidirectional"), val("单向", "Unidirectional")],
+                selected)
+
+
+def white_ink_mode(selected=0):
+    return enum(11, "白墨模式", "White ink mode",
+                [val("彩色+白", "Colour+White"), val("白+彩色", "White+Colour"),
+                 val("白+彩色+白", "White+Colour+White")], selected)
+
+
+def head_voltage(english=True, selected=0):
+    # Without English texts on one sample: English users see the driver's own.
+    return enum(14, "喷头电压", "Head voltage" if english else None,
+                [val("标准", "Standard" if english else None), val("高", "High" if english else None)], selected)
+
+
+def pass_count(passes, selected=0):
+    return enum(15, "PASS数", "Pass count",
+                [val("按精度", "As resolution")] + [val(f"{p} pass", f"{p} pass") for p in passes], selected)
+
+
+def uv_lamp(selected=1):
+    return enum(17, "UV灯功率", "UV lamp power", [val("低", "Low"), val("中", "Medium"), val("高", "High")],
+                selected)
+
+
+def flash_spitting(selected=1):
+    return enum(18, "闪喷", "Flash spitting", [val("关", "Off"), val("打印时", "While printing"),
+                                               val("待机时", "While idle")], selected)
 
 
 UV2513_NAMES = ["C", "M", "Y", "K", "White", "Varnish"]
 UV2513_ORDER = [1, 2, 3, 4, 0, 5]
 UV1610_NAMES = ["C", "M", "Y", "K", "LC", "LM"]
-UV1610_ORDER = [0, 1, 2, 3, 4, 5]
+# Light inks first, as their heads sit ahead of the others on this carriage.
+UV1610_ORDER = [2, 3, 4, 5, 0, 1]
 UV3220_NAMES = ["Cyan", "Magenta", "Yellow", "Black", "LC", "LM", "Orange", "Green"]
-UV3220_ORDER = [0, 1, 2, 3, 4, 5, 6, 7]
+UV3220_ORDER = [3, 2, 1, 0, 6, 7, 4, 5]
 
 DRIVERS = {
     "BexUV2513_CMYKWV": {
@@ -69,10 +100,13 @@ DRIVERS = {
             enum(2, "纸张", "Media", [val("亚克力", "Acrylic"), val("玻璃", "Glass"), val("金属", "Metal"),
                                      val("木板", "Wood")], 0, "paper"),
             enum(3, "墨水", "Ink", [val("CMYK+白+光油", "CMYK+White+Varnish"), val("CMYK", "CMYK only")], 0, "ink"),
-            direction(10),
-            enum(11, "白墨模式", "White ink mode",
-                 [val("彩色+白", "Colour+White"), val("白+彩色", "White+Colour"), val("白+彩色+白", "White+Colour+White")], 1),
+            direction(),
+            white_ink_mode(1),
             enum(12, "羽化", "Feathering", [val("关", "Off"), val("弱", "Weak"), val("强", "Strong")], 1),
+            pass_count([4, 6, 8, 12]),
+            head_voltage(),
+            enum(16, "光油模式", "Varnish mode", [val("满版", "Flood"), val("局部", "Spot")], 1),
+            uv_lamp(),
         ],
         "channels": channels(UV2513_NAMES, UV2513_ORDER, max_ink={"White": 0.9, "Varnish": 0.8}),
         "combinations": [
@@ -98,8 +132,13 @@ DRIVERS = {
             enum(2, "纸张", "Media", [val("PVC", "PVC"), val("皮革", "Leather"), val("帆布", "Canvas"),
                                      val("手机壳", "Phone case")], 0, "paper"),
             enum(3, "墨水", "Ink", [val("六色", "6 colours"), val("四色", "4 colours")], 0, "ink"),
-            direction(10),
+            direction(),
             enum(13, "图像质量", "Quality", [val("标准", "Standard"), val("精细", "Fine")], 0),
+            pass_count([3, 6, 12], 2),
+            head_voltage(selected=1),
+            enum(19, "墨滴大小", "Drop size", [val("小", "Small"), val("中", "Medium"), val("大", "Large"),
+                                               val("可变", "Variable")], 3),
+            flash_spitting(),
         ],
         "channels": channels(UV1610_NAMES, UV1610_ORDER, density={"LC": -0.5, "LM": -0.5}),
         "combinations": [
@@ -123,9 +162,12 @@ DRIVERS = {
             enum(2, "纸张", "Media", [val("木板", "Wood"), val("瓷砖", "Ceramic tile"), val("皮革", "Leather"),
                                      val("纸板", "Cardboard")], 0, "paper"),
             enum(3, "墨水", "Ink", [val("八色", "8 colours"), val("六色", "6 colours")], 0, "ink"),
-            direction(10),
-            # No English texts: English users see the driver's own texts.
-            enum(14, "喷头电压", None, [val("标准"), val("高")], 0),
+            direction(1),
+            head_voltage(english=False),
+            pass_count([4, 8, 16]),
+            enum(20, "打印速度", "Print speed", [val("标准", "Standard"), val("高速", "Fast")]),
+            uv_lamp(2),
+            flash_spitting(0),
         ],
         "channels": channels(UV3220_NAMES, UV3220_ORDER, max_ink={"Orange": 0.7, "Green": 0.7}),
         "combinations": [

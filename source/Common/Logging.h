@@ -47,11 +47,29 @@ constexpr std::size_t commonPrefixLength(const char *path, const char *root)
     return root[i] == '\0' ? i : 0;
 }
 
+// The leading "../" and "./" steps of a relative path. A compiler handed
+// paths relative to the build folder (ccache with a base folder does that,
+// for a build folder inside the project) names the project's files so.
+constexpr std::size_t relativeStepsLength(const char *path)
+{
+    std::size_t i = 0;
+    for (;;) {
+        if (path[i] == '.' && path[i + 1] == '.' && (path[i + 2] == '/' || path[i + 2] == '\\'))
+            i += 3;
+        else if (path[i] == '.' && (path[i + 1] == '/' || path[i + 1] == '\\'))
+            i += 2;
+        else
+            return i;
+    }
+}
+
 template <std::size_t N>
 constexpr SourceName<N> trimSourcePath(const char (&path)[N], const char *root)
 {
     SourceName<N> out;
-    const std::size_t begin = commonPrefixLength(path, root);
+    std::size_t begin = commonPrefixLength(path, root);
+    if (begin == 0)
+        begin = relativeStepsLength(path);
     std::size_t end = N - 1;
     for (std::size_t i = N - 1; i > begin; --i) {
         const char c = path[i - 1];

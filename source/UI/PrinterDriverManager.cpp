@@ -1,6 +1,7 @@
 #include "UI/PrinterDriverManager.h"
 
 #include "Common/Logging.h"
+#include "Common/PrsPath.h"
 #include "Config/PrinterDriverConfig.h"
 
 #include <IUIPrintParamsHandler.h>
@@ -10,6 +11,7 @@
 
 #include <list>
 #include <string>
+#include <utility>
 
 namespace {
 
@@ -67,6 +69,9 @@ PrinterDriverManager::PrinterDriverManager()
 {
     if (!handler_) {
         BEX_CRITICAL(lcManager) << "CreateUIPrintParamsHandler failed";
+        // The host's first Initialize() constructs the manager and then calls
+        // load(), which tries once more: one refused call, one line.
+        refusalLogged_ = true;
         return;
     }
     obtainInstalledDrivers();
@@ -81,11 +86,13 @@ PrinterDriverManager::~PrinterDriverManager()
 
 bool PrinterDriverManager::load()
 {
+    const bool refusalLogged = std::exchange(refusalLogged_, false);
     if (handler_)
         return true;
     handler_ = CreateUIPrintParamsHandler();
     if (!handler_) {
-        BEX_CRITICAL(lcManager) << "CreateUIPrintParamsHandler failed";
+        if (!refusalLogged)
+            BEX_CRITICAL(lcManager) << "CreateUIPrintParamsHandler failed";
         return false;
     }
     BEX_DEBUG(lcManager) << "CreateUIPrintParamsHandler success";
@@ -94,6 +101,7 @@ bool PrinterDriverManager::load()
 
 void PrinterDriverManager::unload()
 {
+    refusalLogged_ = false;
     if (!handler_)
         return;
     DestroyUIPrintParamsHandler(handler_);
@@ -133,7 +141,7 @@ QVector<PrinterDriverManager::DriverInfoPtr> PrinterDriverManager::obtainInstall
             BEX_DEBUG(lcManager) << "piiName:" << info->name;
             BEX_DEBUG(lcManager) << "piiShowName:" << info->showName;
             BEX_DEBUG(lcManager) << "piiPrs:" << info->prsPath;
-            drivers_.insert(info->id, info);
+            insertDriver(info);
             if (!QFileInfo::exists(info->prsPath)) {
                 BEX_DEBUG(lcManager) << "prs文件不存在 -" << info->prsPath;
                 deleteInstalledDriver(info->id);
@@ -169,7 +177,7 @@ PrinterDriverManager::DriverInfoPtr PrinterDriverManager::installDriver(const QS
     BEX_DEBUG(lcManager) << "piiName:" << info->name;
     BEX_DEBUG(lcManager) << "piiShowName:" << info->showName;
     BEX_DEBUG(lcManager) << "piiPrs:" << info->prsPath;
-    drivers_.insert(info->id, info);
+    insertDriver(info);
     return info;
 }
 
@@ -179,7 +187,7 @@ bool PrinterDriverManager::deleteInstalledDriver(const QString &driverId)
         BEX_CRITICAL(lcManager) << "handler is nullptr";
         return false;
     }
-    if (drivers_.remove(driverId) == 0)
+    if (!removeDriver(driverId))
         BEX_DEBUG(lcManager) << "driverId - " << driverId << "没有被安装";
     const std::string id = toLocal(driverId);
     const bool deleted = handler_->DeletePrinterDriverPrs(id.c_str());
@@ -290,9 +298,23 @@ PrinterDriverManager::DriverInfoPtr PrinterDriverManager::findDriverInfo(const Q
 PrinterDriverManager::DriverInfoPtr
 PrinterDriverManager::findDriverInfoByPrsPath(const QString &prsPath) const
 {
-    for (auto it = drivers_.cbegin(); it != drivers_.cend(); ++it) {
-        if (it.value()->prsPath.compare(prsPath, Qt::CaseInsensitive) == 0)
-            return it.value();
-    }
-    return {};
+    return driversByPrs_.value(bex::prsPathKey(prsPath));
+}
+
+void PrinterDriverManager::insertDriver(const DriverInfoPtr &info)
+{
+    removeDriver(info->id);
+    drivers_.insert(info->id, info);
+    driversByPrs_.insert(bex::prsPathKey(info->prsPath), info);
+}
+
+bool PrinterDriverManager::removeDriver(const QString &driverId)
+{
+    const DriverInfoPtr info = drivers_.take(driverId);
+    if (!info)
+        return false;
+    const auto it = driversByPrs_.constFind(bex::prsPathKey(info->prsPath));
+    if (it != driversByPrs_.cend() && it.value() == info)
+        driversByPrs_.erase(it);
+    return true;
 }

@@ -54,7 +54,9 @@ public:
     bool getDefaultSpotColorSampleNameList(QStringList &names) const;
 
     DriverInfoPtr findDriverInfo(const QString &driverId) const;
-    // The first driver whose .prs path equals prsPath, ignoring case.
+    // The driver whose .prs path names the same file as prsPath: both made
+    // absolute and clean, and compared ignoring case (bex::prsPathKey, as
+    // the print-parameter library compares them).
     DriverInfoPtr findDriverInfoByPrsPath(const QString &prsPath) const;
 
     QString defaultDriverId() const { return defaultDriverId_; }
@@ -65,7 +67,16 @@ private:
     PrinterDriverManager();
     ~PrinterDriverManager();
 
+    // Keep the table and its index by .prs path in step; removeDriver is
+    // false when the id was not in the table.
+    void insertDriver(const DriverInfoPtr &info);
+    bool removeDriver(const QString &driverId);
+
     IUIPrintParamsHandler *handler_ = nullptr;
+    // Set when the constructor's attempt to make a handler failed and was
+    // logged; the next load() retries without logging the same refusal again.
+    bool refusalLogged_ = false;
     QHash<QString, DriverInfoPtr> drivers_;
+    QHash<QString, DriverInfoPtr> driversByPrs_; // by bex::prsPathKey of prsPath
     QString defaultDriverId_;
 };

@@ -35,12 +35,18 @@ void LoggingTest::sourcePathIsTrimmedToTheProject_data()
     constexpr auto header = trimSourcePath("/bex/source/Common/Logging.h", "/bex/");
     constexpr auto dottedFolder = trimSourcePath("/bex/source/v1.2/Makefile", "/bex/");
     constexpr auto outside = trimSourcePath("/elsewhere/source/File.cpp", "/bex/");
+    constexpr auto relative = trimSourcePath("../../source/UI/InstallPrinterDriverDlg.cpp", "/bex/");
+    constexpr auto relativeWindows = trimSourcePath("..\\..\\.\\tests\\config\\LoggingTest.cpp", "C:/bex/");
     QTest::newRow("unix") << QString::fromUtf8(unix.text) << QStringLiteral("source/Config/UIModuleConfig");
     QTest::newRow("windows") << QString::fromUtf8(windows.text)
                              << QStringLiteral("source/UI/PrinterDriverManager");
     QTest::newRow("header") << QString::fromUtf8(header.text) << QStringLiteral("source/Common/Logging");
     QTest::newRow("dotted folder") << QString::fromUtf8(dottedFolder.text)
                                    << QStringLiteral("source/v1.2/Makefile");
+    QTest::newRow("relative to the build folder")
+        << QString::fromUtf8(relative.text) << QStringLiteral("source/UI/InstallPrinterDriverDlg");
+    QTest::newRow("relative, Windows separators")
+        << QString::fromUtf8(relativeWindows.text) << QStringLiteral("tests/config/LoggingTest");
     QTest::newRow("outside the project")
         << QString::fromUtf8(outside.text) << QStringLiteral("/elsewhere/source/File");
 }

@@ -1,14 +1,14 @@
-// Saves a picture of the rename dialog as a user sees it, for the
-// documentation. Like a host, it applies the frameless style sheet that the
-// module carries, which draws the title bar and its close button.
+// Saves pictures of the rename dialog as a user sees it, in Chinese and in
+// English, for the documentation, with the look a host gives it.
 //   xvfb-run -a ./renamedialog_screenshot docs/screenshots/rename-dialog.png
+// writes rename-dialog.png (Chinese) and rename-dialog-en.png (English).
 
 #include "UI/ModifyPrinterDriverNameDlg.h"
 
+#include "ScreenshotSupport.h"
+
 #include <QApplication>
-#include <QFile>
 #include <QLineEdit>
-#include <QTimer>
 
 #include <cstdio>
 
@@ -20,28 +20,21 @@ int main(int argc, char *argv[])
         std::fprintf(stderr, "usage: renamedialog_screenshot <output.png>\n");
         return 2;
     }
-
-    QFile styleSheet(QStringLiteral(":/frameless/qss/frameless_style.qss"));
-    if (!styleSheet.open(QIODevice::ReadOnly)) {
-        std::fprintf(stderr, "cannot read the frameless style sheet\n");
+    if (!ScreenshotSupport::applyHostLook(app))
         return 1;
-    }
-    app.setStyleSheet(QString::fromUtf8(styleSheet.readAll()));
 
-    ModifyPrinterDriverNameDlg dialog(QStringLiteral("UV-2513 平板打印机 (白墨+光油)"), nullptr);
-    dialog.show();
-    if (auto *edit = dialog.findChild<QLineEdit *>(QStringLiteral("lineEdit_driverShowName_"))) {
-        edit->setFocus();
-        edit->end(false);
+    bool ok = true;
+    for (const ScreenshotSupport::Language &language : ScreenshotSupport::languages()) {
+        const QString path = ScreenshotSupport::useLanguage(language, args.at(1));
+        ModifyPrinterDriverNameDlg dialog(QStringLiteral("UV-2513 平板打印机 (白墨+光油)"), nullptr);
+        dialog.show();
+        // The name from its start, with nothing selected, as the operator
+        // finds it before typing.
+        if (auto *edit = dialog.findChild<QLineEdit *>(QStringLiteral("lineEdit_driverShowName_"))) {
+            edit->setFocus();
+            edit->home(false);
+        }
+        ok = ScreenshotSupport::saveWhenShown(&dialog, path) && ok;
     }
-
-    int result = 1;
-    QTimer::singleShot(0, &dialog, [&]() {
-        result = dialog.grab().save(args.at(1)) ? 0 : 1;
-        if (result != 0)
-            std::fprintf(stderr, "cannot write %s\n", qPrintable(args.at(1)));
-        QApplication::quit();
-    });
-    QApplication::exec();
-    return result;
+    return ok ? 0 : 1;
 }

@@ -2,6 +2,7 @@
 
 #include "LogCapture.h"
 
+#include <QApplication>
 #include <QLabel>
 #include <QPushButton>
 #include <QSignalSpy>
@@ -9,6 +10,13 @@
 #include <QtTest>
 
 namespace {
+
+// Height of the inner bar: 30 pixels. Under the module's style sheet (the
+// styled run) those are 30 pixels of content, under a 1-pixel bottom border.
+int barHeight()
+{
+    return qApp->styleSheet().isEmpty() ? 30 : 30 + 1;
+}
 
 // A top-level window with the title bar at its top.
 struct Window
@@ -101,9 +109,9 @@ void CommonFramelessTitleBarTest::construction_barIsThirtyPixelsHigh()
     QVERIFY(QTest::qWaitForWindowExposed(&w.window));
     QWidget *bar = w.titleBar->realTitleBar();
     QCOMPARE(bar->objectName(), QStringLiteral("framelessTitleBar"));
-    QCOMPARE(bar->minimumHeight(), 30);
-    QCOMPARE(bar->maximumHeight(), 30);
-    QCOMPARE(bar->height(), 30);
+    QCOMPARE(bar->minimumHeight(), barHeight());
+    QCOMPARE(bar->maximumHeight(), barHeight());
+    QCOMPARE(bar->height(), barHeight());
     QCOMPARE(w.titleBar->iconSize(), QSize(16, 16));
     QCOMPARE(w.titleBar->followedWindow(), &w.window);
 }
@@ -300,7 +308,7 @@ void CommonFramelessTitleBarTest::menuBar_raisesHeightOnlyWhenAllowed()
     adjusted.titleBar->setKeepsHeight(false);
     adjusted.window.show();
     QVERIFY(QTest::qWaitForWindowExposed(&adjusted.window));
-    const int expected = menu2->sizeHint().height() + 30;
+    const int expected = menu2->sizeHint().height() + barHeight();
     QCOMPARE(adjusted.titleBar->minimumHeight(), expected);
     QCOMPARE(adjusted.titleBar->maximumHeight(), expected);
     QVERIFY(log.contains(QtDebugMsg, QStringLiteral("realTitleBar maxSize:")));

@@ -13,7 +13,7 @@ namespace {
 HitTestInput normalWindow(const QPoint &pos)
 {
     HitTestInput in;
-    in.windowSize = QSize(200, 150);
+    in.clientSize = QSize(200, 150);
     in.borderPos = pos;
     in.pos = pos;
     in.borderWidth = 4;
@@ -24,7 +24,58 @@ HitTestInput normalWindow(const QPoint &pos)
     return in;
 }
 
+// A 400 x 300 (device-independent) resizable window with a 30-pixel title bar
+// whose close button sits at its right end, on a monitor of the given origin
+// and scale, its client area 150 x 100 physical pixels from the monitor's
+// top-left corner.
+struct ScaledWindow
+{
+    QPoint monitorOrigin;
+    qreal scale = 1.0;
+
+    QSize logicalSize() const { return QSize(400, 300); }
+    QRect titleBar() const { return QRect(0, 0, 400, 30); }
+    QRect closeButton() const { return QRect(370, 2, 26, 26); }
+    QSize physicalClientSize() const
+    {
+        return QSize(qRound(logicalSize().width() * scale), qRound(logicalSize().height() * scale));
+    }
+    QPoint clientOrigin() const { return monitorOrigin + QPoint(150, 100); }
+};
+
+// The lParam of a mouse message for a screen point, as Windows packs it: x
+// in the low and y in the high word.
+qint64 packLParam(const QPoint &screenPos)
+{
+    return static_cast<qint64>((static_cast<quint32>(screenPos.y()) & 0xffffu) << 16 |
+                               (static_cast<quint32>(screenPos.x()) & 0xffffu));
+}
+
+// What the window reports for a cursor at a point of its client area given in
+// physical pixels: the point goes through the message's lParam, back into
+// the client area (what ScreenToClient does for a window that is not
+// mirrored) and into the shared decision.
+HitRegion nativeHit(const ScaledWindow &window, const QPoint &physicalClientPos)
+{
+    const QPoint screenPos = pointFromLParam(packLParam(window.clientOrigin() + physicalClientPos));
+    const ClientCursor cursor =
+        clientCursor(screenPos - window.clientOrigin(), window.physicalClientSize(), window.scale);
+    HitTestInput in;
+    in.clientSize = cursor.physicalClientSize;
+    in.borderPos = cursor.physicalPos;
+    in.pos = cursor.logicalPos;
+    in.minimumSize = QSize(200, 150);
+    in.maximumSize = QSize(QWIDGETSIZE_MAX, QWIDGETSIZE_MAX);
+    in.hasTitleBar = true;
+    in.titleBarRect = window.titleBar();
+    if (window.closeButton().contains(cursor.logicalPos))
+        in.titleBarChild = ChildUnderCursor::Other;
+    return hitTest(in);
+}
+
 } // namespace
+
+Q_DECLARE_METATYPE(ScaledWindow)
 
 class FramelessGeometryTest : public QObject
 {
@@ -34,6 +85,12 @@ private slots:
     void hitTest_decidesRegion_data();
     void hitTest_decidesRegion();
     void hitTest_usesBorderPositionOnlyForBorder();
+    void pointFromLParam_readsSignedWords_data();
+    void pointFromLParam_readsSignedWords();
+    void clientCursor_dividesOnlyTheWidgetPosition_data();
+    void clientCursor_dividesOnlyTheWidgetPosition();
+    void nativeHit_answersAtAnyScaleOnAnyMonitor_data();
+    void nativeHit_answersAtAnyScaleOnAnyMonitor();
     void isFixedSize_needsBothExtents_data();
     void isFixedSize_needsBothExtents();
     void clampSize_ordersBounds_data();
@@ -44,6 +101,10 @@ private slots:
     void compareEdges_alignsOnMovedEdges();
     void maximizedArea_choosesMonitorOrScreen_data();
     void maximizedArea_choosesMonitorOrScreen();
+    void toPhysical_scalesScreenAreasAboutTheScreenOrigin_data();
+    void toPhysical_scalesScreenAreasAboutTheScreenOrigin();
+    void toPhysical_scalesSizeLimitsButKeepsUnbounded_data();
+    void toPhysical_scalesSizeLimitsButKeepsUnbounded();
     void maximizedRect_keepsProposedWhenWindowCannotGrow_data();
     void maximizedRect_keepsProposedWhenWindowCannotGrow();
     void edgesOf_matchesBorderRegions_data();
@@ -143,6 +204,108 @@ void FramelessGeometryTest::hitTest_usesBorderPositionOnlyForBorder()
     QCOMPARE(hitTest(in), HitRegion::Right);
     in.borderPos = QPoint(100, 90);
     QCOMPARE(hitTest(in), HitRegion::Caption);
+}
+
+void FramelessGeometryTest::pointFromLParam_readsSignedWords_data()
+{
+    QTest::addColumn<qint64>("lParam");
+    QTest::addColumn<QPoint>("expected");
+    QTest::newRow("origin") << qint64(0) << QPoint(0, 0);
+    QTest::newRow("primary monitor") << qint64(0x02d00500) << QPoint(1280, 720);
+    QTest::newRow("monitor to the left") << qint64(0x0064fc18) << QPoint(-1000, 100);
+    QTest::newRow("monitor above") << qint64(0xfe0c0320) << QPoint(800, -500);
+    QTest::newRow("monitor above and to the left") << qint64(0xffffffff) << QPoint(-1, -1);
+    QTest::newRow("far right of a wide desktop") << qint64(0x00007fff) << QPoint(32767, 0);
+    QTest::newRow("far left") << qint64(0x00008000) << QPoint(-32768, 0);
+    // Only the low 32 bits carry the point; a 64-bit lParam may have its
+    // upper half set by sign extension.
+    QTest::newRow("sign-extended upper half") << qint64(-1) << QPoint(-1, -1);
+}
+
+void FramelessGeometryTest::pointFromLParam_readsSignedWords()
+{
+    QFETCH(qint64, lParam);
+    QFETCH(QPoint, expected);
+    QCOMPARE(pointFromLParam(lParam), expected);
+}
+
+void FramelessGeometryTest::clientCursor_dividesOnlyTheWidgetPosition_data()
+{
+    QTest::addColumn<QPoint>("physical");
+    QTest::addColumn<qreal>("ratio");
+    QTest::addColumn<QPoint>("logical");
+    QTest::newRow("100 %") << QPoint(301, 17) << 1.0 << QPoint(301, 17);
+    QTest::newRow("125 %") << QPoint(301, 17) << 1.25 << QPoint(241, 14);
+    QTest::newRow("150 %") << QPoint(301, 17) << 1.5 << QPoint(201, 11);
+    QTest::newRow("200 %") << QPoint(301, 17) << 2.0 << QPoint(151, 9);
+    QTest::newRow("200 %, on the border") << QPoint(0, 0) << 2.0 << QPoint(0, 0);
+}
+
+void FramelessGeometryTest::clientCursor_dividesOnlyTheWidgetPosition()
+{
+    QFETCH(QPoint, physical);
+    QFETCH(qreal, ratio);
+    QFETCH(QPoint, logical);
+    const ClientCursor cursor = clientCursor(physical, QSize(900, 600), ratio);
+    QCOMPARE(cursor.physicalPos, physical);
+    QCOMPARE(cursor.physicalClientSize, QSize(900, 600));
+    QCOMPARE(cursor.logicalPos, logical);
+}
+
+void FramelessGeometryTest::nativeHit_answersAtAnyScaleOnAnyMonitor_data()
+{
+    QTest::addColumn<ScaledWindow>("window");
+    QTest::addColumn<QPoint>("physicalClientPos");
+    QTest::addColumn<HitRegion>("expected");
+
+    const QList<qreal> scales{1.0, 1.25, 1.5, 2.0};
+    // Origins of the monitor the window is on, in the desktop's physical
+    // coordinates, whose origin is the primary monitor's top-left corner.
+    const QList<QPair<const char *, QPoint>> monitors{
+        {"primary", QPoint(0, 0)},
+        {"left of the primary", QPoint(-2560, 0)},
+        {"above the primary", QPoint(0, -1440)},
+        {"right of the primary", QPoint(1920, 0)},
+        {"left of and above the primary", QPoint(-3840, -2160)}};
+    for (const auto &monitor : monitors) {
+        for (const qreal scale : scales) {
+            ScaledWindow w{monitor.second, scale};
+            const int width = w.physicalClientSize().width();
+            const int height = w.physicalClientSize().height();
+            // Device-independent points, in physical pixels at this scale.
+            const auto at = [scale](int x, int y) { return QPoint(qRound(x * scale), qRound(y * scale)); };
+            const QByteArray row =
+                QByteArray(monitor.first) + ", " + QByteArray::number(scale * 100) + " %: ";
+            const auto add = [&](const char *name, const QPoint &pos, HitRegion expected) {
+                QTest::newRow((row + name).constData()) << w << pos << expected;
+            };
+            // The border is 4 physical pixels wide at every scale.
+            add("3 px inside the left edge", QPoint(3, height / 2), HitRegion::Left);
+            add("4 px inside the left edge", QPoint(4, height / 2), HitRegion::Client);
+            add("3 px inside the right edge", QPoint(width - 3, height / 2), HitRegion::Right);
+            add("4 px inside the right edge", QPoint(width - 4, height / 2), HitRegion::Client);
+            add("3 px inside the bottom edge", QPoint(width / 2, height - 3), HitRegion::Bottom);
+            add("top-left corner", QPoint(3, 3), HitRegion::TopLeft);
+            add("top-right corner", QPoint(width - 3, 3), HitRegion::TopRight);
+            add("bottom-left corner", QPoint(3, height - 3), HitRegion::BottomLeft);
+            add("bottom-right corner", QPoint(width - 3, height - 3), HitRegion::BottomRight);
+            add("3 px inside the top edge, in the title bar", QPoint(width / 2, 3), HitRegion::Top);
+            add("empty title bar near its left end", at(10, 15), HitRegion::Caption);
+            add("empty title bar", at(200, 15), HitRegion::Caption);
+            add("title bar just left of the close button", at(368, 15), HitRegion::Caption);
+            add("close button", at(383, 15), HitRegion::Client);
+            add("just below the title bar", at(200, 31), HitRegion::Client);
+            add("middle of the window", at(200, 150), HitRegion::Client);
+        }
+    }
+}
+
+void FramelessGeometryTest::nativeHit_answersAtAnyScaleOnAnyMonitor()
+{
+    QFETCH(ScaledWindow, window);
+    QFETCH(QPoint, physicalClientPos);
+    QFETCH(HitRegion, expected);
+    QCOMPARE(nativeHit(window, physicalClientPos), expected);
 }
 
 void FramelessGeometryTest::isFixedSize_needsBothExtents_data()
@@ -261,24 +424,103 @@ void FramelessGeometryTest::maximizedArea_choosesMonitorOrScreen_data()
 {
     QTest::addColumn<bool>("fullScreen");
     QTest::addColumn<bool>("haveMonitor");
+    QTest::addColumn<bool>("haveScreen");
+    QTest::addColumn<qreal>("ratio");
     QTest::addColumn<QRect>("expected");
-    QTest::newRow("maximised: work area") << false << true << QRect(0, 0, 1920, 1040);
-    QTest::newRow("full screen: monitor") << true << true << QRect(0, 0, 1920, 1080);
-    QTest::newRow("no monitor, maximised: available geometry") << false << false << QRect(0, 30, 1280, 770);
-    QTest::newRow("no monitor, full screen: virtual geometry") << true << false << QRect(0, 0, 3200, 800);
+    QTest::newRow("maximised: work area") << false << true << true << 1.0 << QRect(0, 0, 1920, 1040);
+    QTest::newRow("full screen: monitor") << true << true << true << 1.0 << QRect(0, 0, 1920, 1080);
+    QTest::newRow("no monitor, maximised: available geometry")
+        << false << false << true << 1.0 << QRect(0, 30, 1280, 770);
+    QTest::newRow("no monitor, full screen: virtual geometry")
+        << true << false << true << 1.0 << QRect(0, 0, 3200, 800);
+    // The screen's areas are scaled about its top-left corner, which Qt
+    // keeps at its physical place.
+    QTest::newRow("no monitor, maximised at 150 %: physical available geometry")
+        << false << false << true << 1.5 << QRect(0, 45, 1920, 1155);
+    QTest::newRow("no monitor, full screen at 200 %: physical virtual geometry")
+        << true << false << true << 2.0 << QRect(0, 0, 6400, 1600);
+    QTest::newRow("no monitor, no screen: proposed rectangle")
+        << false << false << false << 1.0 << QRect(-8, -8, 1936, 1056);
 }
 
 void FramelessGeometryTest::maximizedArea_choosesMonitorOrScreen()
 {
     QFETCH(bool, fullScreen);
     QFETCH(bool, haveMonitor);
+    QFETCH(bool, haveScreen);
+    QFETCH(qreal, ratio);
     QFETCH(QRect, expected);
     MonitorAreas monitor;
     monitor.monitor = toRect(QRect(0, 0, 1920, 1080));
     monitor.work = toRect(QRect(0, 0, 1920, 1040));
-    QCOMPARE(maximizedArea(fullScreen, haveMonitor ? &monitor : nullptr, QRect(0, 0, 3200, 800),
-                           QRect(0, 30, 1280, 770)),
+    ScreenGeometry screen;
+    screen.geometry = QRect(0, 0, 1280, 800);
+    screen.availableGeometry = QRect(0, 30, 1280, 770);
+    screen.virtualGeometry = QRect(0, 0, 3200, 800);
+    screen.devicePixelRatio = ratio;
+    QCOMPARE(maximizedArea(fullScreen, haveMonitor ? &monitor : nullptr, haveScreen ? &screen : nullptr,
+                           toRect(QRect(-8, -8, 1936, 1056))),
              toRect(expected));
+}
+
+void FramelessGeometryTest::toPhysical_scalesScreenAreasAboutTheScreenOrigin_data()
+{
+    QTest::addColumn<QRect>("logical");
+    QTest::addColumn<QPoint>("origin");
+    QTest::addColumn<qreal>("ratio");
+    QTest::addColumn<QRect>("expected");
+    // A 2560 x 1440 monitor whose taskbar takes 40 physical pixels at the
+    // bottom, at each scale, as Qt reports its available geometry.
+    QTest::newRow("primary, 100 %") << QRect(0, 0, 2560, 1400) << QPoint(0, 0) << 1.0
+                                    << QRect(0, 0, 2560, 1400);
+    QTest::newRow("primary, 125 %") << QRect(0, 0, 2048, 1120) << QPoint(0, 0) << 1.25
+                                    << QRect(0, 0, 2560, 1400);
+    QTest::newRow("primary, 150 %") << QRect(0, 0, 1707, 933) << QPoint(0, 0) << 1.5
+                                    << QRect(0, 0, 2561, 1400);
+    QTest::newRow("primary, 200 %") << QRect(0, 0, 1280, 700) << QPoint(0, 0) << 2.0
+                                    << QRect(0, 0, 2560, 1400);
+    QTest::newRow("left of the primary, 150 %")
+        << QRect(-2560, 0, 1707, 933) << QPoint(-2560, 0) << 1.5 << QRect(-2560, 0, 2561, 1400);
+    QTest::newRow("above the primary, 200 %")
+        << QRect(0, -1440, 1280, 700) << QPoint(0, -1440) << 2.0 << QRect(0, -1440, 2560, 1400);
+    QTest::newRow("right of the primary, 125 %")
+        << QRect(1920, 0, 2048, 1120) << QPoint(1920, 0) << 1.25 << QRect(1920, 0, 2560, 1400);
+    // A taskbar at the top or left moves the available area's corner away
+    // from the screen's.
+    QTest::newRow("taskbar on the left, 200 %, left of the primary")
+        << QRect(-2540, 0, 1270, 720) << QPoint(-2560, 0) << 2.0 << QRect(-2520, 0, 2540, 1440);
+}
+
+void FramelessGeometryTest::toPhysical_scalesScreenAreasAboutTheScreenOrigin()
+{
+    QFETCH(QRect, logical);
+    QFETCH(QPoint, origin);
+    QFETCH(qreal, ratio);
+    QFETCH(QRect, expected);
+    QCOMPARE(toPhysical(logical, origin, ratio), toRect(expected));
+}
+
+void FramelessGeometryTest::toPhysical_scalesSizeLimitsButKeepsUnbounded_data()
+{
+    QTest::addColumn<QSize>("logical");
+    QTest::addColumn<qreal>("ratio");
+    QTest::addColumn<QSize>("expected");
+    QTest::newRow("100 %") << QSize(800, 600) << 1.0 << QSize(800, 600);
+    QTest::newRow("125 %") << QSize(800, 600) << 1.25 << QSize(1000, 750);
+    QTest::newRow("150 %") << QSize(801, 601) << 1.5 << QSize(1202, 902);
+    QTest::newRow("200 %") << QSize(800, 600) << 2.0 << QSize(1600, 1200);
+    QTest::newRow("unbounded stays unbounded")
+        << QSize(QWIDGETSIZE_MAX, 600) << 2.0 << QSize(QWIDGETSIZE_MAX, 1200);
+    QTest::newRow("never beyond unbounded")
+        << QSize(QWIDGETSIZE_MAX - 1, QWIDGETSIZE_MAX - 2) << 1.5 << QSize(QWIDGETSIZE_MAX, QWIDGETSIZE_MAX);
+}
+
+void FramelessGeometryTest::toPhysical_scalesSizeLimitsButKeepsUnbounded()
+{
+    QFETCH(QSize, logical);
+    QFETCH(qreal, ratio);
+    QFETCH(QSize, expected);
+    QCOMPARE(toPhysical(logical, ratio), expected);
 }
 
 void FramelessGeometryTest::maximizedRect_keepsProposedWhenWindowCannotGrow_data()

@@ -40,6 +40,25 @@ struct Dialog
     CommonFramelessDialog dialog;
 };
 
+// A point of the shown dialog, in its device-independent coordinates: in the
+// title bar beside the text ("caption"), on the title text, the close button
+// or the icon, or else in the content.
+QPoint pointIn(const Dialog &d, const QString &where)
+{
+    CommonFramelessTitleBar *titleBar = d.dialog.framelessTitleBar();
+    if (where == QLatin1String("caption")) {
+        const QWidget *text = titleBar->labelText();
+        return d.inWindow(text, QPoint(text->width() + 10, text->height() / 2));
+    }
+    if (where == QLatin1String("close"))
+        return d.inWindow(titleBar->closeButton(), titleBar->closeButton()->rect().center());
+    if (where == QLatin1String("text"))
+        return d.inWindow(titleBar->labelText(), titleBar->labelText()->rect().center());
+    if (where == QLatin1String("icon"))
+        return d.inWindow(titleBar->labelIcon(), titleBar->labelIcon()->rect().center());
+    return QPoint(d.dialog.width() / 2, d.dialog.height() - 20);
+}
+
 } // namespace
 
 class FramelessHelperTest : public QObject
@@ -58,6 +77,8 @@ private slots:
     void removeDummyTitleBar_removesFromEitherSet();
     void destroyedWidgets_areForgotten();
     void hitTest_onRealDialog_data();
+    void hitTest_nativeCursorOnRealDialog_data();
+    void hitTest_nativeCursorOnRealDialog();
     void hitTest_onRealDialog();
     void hitTest_fixedSizeDialogHasNoBorder();
     void hitTest_notMovableDialogHasNoCaption();
@@ -236,29 +257,63 @@ void FramelessHelperTest::hitTest_onRealDialog()
     d.dialog.setWindowTitle(QStringLiteral("打印机属性"));
     d.dialog.show();
     QVERIFY(QTest::qWaitForWindowExposed(&d.dialog));
-    CommonFramelessTitleBar *titleBar = d.dialog.framelessTitleBar();
 
     QPoint pos;
-    if (where == QLatin1String("caption")) {
-        const QWidget *text = titleBar->labelText();
-        pos = d.inWindow(text, QPoint(text->width() + 10, text->height() / 2));
-    } else if (where == QLatin1String("close")) {
-        pos = d.inWindow(titleBar->closeButton(), titleBar->closeButton()->rect().center());
-    } else if (where == QLatin1String("text")) {
-        pos = d.inWindow(titleBar->labelText(), titleBar->labelText()->rect().center());
-    } else if (where == QLatin1String("icon")) {
-        QLabel *icon = titleBar->labelIcon();
-        pos = d.inWindow(icon, icon->rect().center());
-    } else if (where == QLatin1String("left3")) {
+    if (where == QLatin1String("left3"))
         pos = QPoint(3, d.dialog.height() / 2);
-    } else if (where == QLatin1String("left4")) {
+    else if (where == QLatin1String("left4"))
         pos = QPoint(4, d.dialog.height() / 2);
-    } else if (where == QLatin1String("topleft3")) {
+    else if (where == QLatin1String("topleft3"))
         pos = QPoint(3, 3);
-    } else {
-        pos = QPoint(d.dialog.width() / 2, d.dialog.height() - 20);
+    else
+        pos = pointIn(d, where);
+    QCOMPARE(d.dialog.framelessHelper()->hitTest(pos), expected);
+}
+
+void FramelessHelperTest::hitTest_nativeCursorOnRealDialog_data()
+{
+    QTest::addColumn<qreal>("scale");
+    QTest::addColumn<QString>("where");
+    QTest::addColumn<HitRegion>("expected");
+    for (const qreal scale : {1.0, 1.25, 1.5, 2.0}) {
+        const QByteArray row = QByteArray::number(scale * 100) + " %: ";
+        QTest::newRow(row + "caption") << scale << "caption" << HitRegion::Caption;
+        QTest::newRow(row + "title text") << scale << "text" << HitRegion::Caption;
+        QTest::newRow(row + "close button") << scale << "close" << HitRegion::Client;
+        QTest::newRow(row + "3 physical px inside the left edge") << scale << "left3" << HitRegion::Left;
+        QTest::newRow(row + "5 physical px inside the left edge") << scale << "left5" << HitRegion::Client;
+        QTest::newRow(row + "3 physical px inside the bottom-right corner")
+            << scale << "bottomright3" << HitRegion::BottomRight;
+        QTest::newRow(row + "content") << scale << "content" << HitRegion::Client;
     }
-    QCOMPARE(d.dialog.framelessHelper()->hitTest(pos, pos), expected);
+}
+
+// The cursor of a native hit test: the border in physical pixels against the
+// physical client size, the widgets at the device-independent position.
+void FramelessHelperTest::hitTest_nativeCursorOnRealDialog()
+{
+    QFETCH(qreal, scale);
+    QFETCH(QString, where);
+    QFETCH(HitRegion, expected);
+    Dialog d;
+    d.dialog.setWindowTitle(QStringLiteral("打印机属性"));
+    d.dialog.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&d.dialog));
+    const QSize physicalSize(qRound(d.dialog.width() * scale), qRound(d.dialog.height() * scale));
+
+    QPoint pos;
+    if (where == QLatin1String("left3")) {
+        pos = QPoint(3, physicalSize.height() / 2);
+    } else if (where == QLatin1String("left5")) {
+        pos = QPoint(5, physicalSize.height() / 2);
+    } else if (where == QLatin1String("bottomright3")) {
+        pos = QPoint(physicalSize.width() - 3, physicalSize.height() - 3);
+    } else {
+        const QPoint logical = pointIn(d, where);
+        pos = QPoint(qRound(logical.x() * scale), qRound(logical.y() * scale));
+    }
+    const FramelessGeometry::ClientCursor cursor = FramelessGeometry::clientCursor(pos, physicalSize, scale);
+    QCOMPARE(d.dialog.framelessHelper()->hitTest(cursor), expected);
 }
 
 void FramelessHelperTest::hitTest_fixedSizeDialogHasNoBorder()
@@ -269,8 +324,8 @@ void FramelessHelperTest::hitTest_fixedSizeDialogHasNoBorder()
     QVERIFY(QTest::qWaitForWindowExposed(&d.dialog));
     const QPoint left(3, 100);
     const QPoint bottomRight(297, 197);
-    QCOMPARE(d.dialog.framelessHelper()->hitTest(left, left), HitRegion::Client);
-    QCOMPARE(d.dialog.framelessHelper()->hitTest(bottomRight, bottomRight), HitRegion::Client);
+    QCOMPARE(d.dialog.framelessHelper()->hitTest(left), HitRegion::Client);
+    QCOMPARE(d.dialog.framelessHelper()->hitTest(bottomRight), HitRegion::Client);
 }
 
 void FramelessHelperTest::hitTest_notMovableDialogHasNoCaption()
@@ -281,7 +336,7 @@ void FramelessHelperTest::hitTest_notMovableDialogHasNoCaption()
     d.dialog.framelessHelper()->setMovable(false);
     const QWidget *text = d.dialog.framelessTitleBar()->labelText();
     const QPoint pos = d.inWindow(text, text->rect().center());
-    QCOMPARE(d.dialog.framelessHelper()->hitTest(pos, pos), HitRegion::Client);
+    QCOMPARE(d.dialog.framelessHelper()->hitTest(pos), HitRegion::Client);
 }
 
 void FramelessHelperTest::setupTitleBar_putsBarIntoLayoutWithoutMargins()

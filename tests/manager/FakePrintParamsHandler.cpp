@@ -1,5 +1,6 @@
 #include "FakePrintParamsHandler.h"
 
+#include <algorithm>
 #include <cstring>
 
 namespace {
@@ -73,111 +74,226 @@ void FakePrintParamsHandler::setResolution(std::int32_t index)
     resolution.index = index;
 }
 
+void FakePrintParamsHandler::record(const QString &call)
+{
+    if (recordCalls)
+        calls << call;
+}
+
+printerEnumItem *FakePrintParamsHandler::addEnumItem(const QString &key, std::uint32_t enumId,
+                                                     const QStringList &values, std::int32_t index)
+{
+    auto entry = std::make_unique<EnumEntry>();
+    copyField(entry->item.key, key);
+    if (!values.isEmpty())
+        entry->values.reset(new printerEnumValue[std::size_t(values.size())]());
+    for (int i = 0; i < values.size(); ++i)
+        copyField(entry->values[std::size_t(i)], values.at(i));
+    entry->item.values = entry->values.get();
+    entry->item.valueSize = values.size();
+    entry->item.index = index;
+    entry->item.enumId = enumId;
+    enums_.push_back(std::move(entry));
+    return &enums_.back()->item;
+}
+
+void FakePrintParamsHandler::setSelectKind(std::int32_t kind, std::uint32_t enumId)
+{
+    selectKinds_[kind] = enumId;
+}
+
+const FakePrintParamsHandler::EnumEntry *FakePrintParamsHandler::findEnum(std::uint32_t enumId) const
+{
+    for (const auto &entry : enums_) {
+        if (entry->item.enumId == enumId)
+            return entry.get();
+    }
+    return nullptr;
+}
+
+std::int32_t FakePrintParamsHandler::currentIndex(std::uint32_t enumId) const
+{
+    const EnumEntry *entry = findEnum(enumId);
+    return entry ? entry->item.index : -1;
+}
+
+std::int32_t FakePrintParamsHandler::selectedIndex(std::int32_t kind) const
+{
+    const auto found = selectKinds_.find(kind);
+    return found == selectKinds_.end() ? -1 : currentIndex(found->second);
+}
+
+void FakePrintParamsHandler::setChannels(const std::vector<inkChannelInfo> &list)
+{
+    hasChannels = true;
+    channels = list;
+    channelInfo.channels = channels.data();
+    channelInfo.pcciChanneNum = std::int32_t(channels.size());
+}
+
+inkChannelInfo FakePrintParamsHandler::channel(const QString &name, double depth, double maxInk)
+{
+    inkChannelInfo info{};
+    info.iciDepth = depth;
+    info.iciMaxInk = maxInk;
+    copyField(info.iciName, name);
+    return info;
+}
+
+void FakePrintParamsHandler::setIcc(const QString &rgb, const QString &cmyk, const QString &output,
+                                    std::int32_t intent)
+{
+    hasIcc = true;
+    icc = printerIccColorInfo{};
+    copyField(icc.iccFilePath_RGB, rgb);
+    copyField(icc.iccFilePath_CMYK, cmyk);
+    copyField(icc.iccFilePath_OUTPUT, output);
+    icc.iccIntentType = intent;
+}
+
+void FakePrintParamsHandler::setInkOrder(const std::vector<std::int32_t> &order,
+                                         const std::vector<std::int32_t> &off)
+{
+    hasInkOrder = true;
+    inkOrder = order;
+    inkOff = off;
+    inkOrderInfo.pioiInkNum = std::int32_t(order.size());
+    inkOrderInfo.pioiInkOrder = inkOrder.data();
+    inkOrderInfo.PioiInkOFFON = inkOff.data();
+}
+
 void FakePrintParamsHandler::GetAllPrinterDriverList(std::list<printerInfoItem *> &list)
 {
-    calls << QStringLiteral("GetAllPrinterDriverList");
+    record(QStringLiteral("GetAllPrinterDriverList"));
     for (printerInfoItem &item : drivers)
         list.push_back(&item);
 }
 
 printerInfoItem *FakePrintParamsHandler::AddPrinterDriverPrs(const char *prsPath, int reserved)
 {
-    calls << QStringLiteral("AddPrinterDriverPrs(%1,%2)").arg(text(prsPath)).arg(reserved);
+    record(QStringLiteral("AddPrinterDriverPrs(%1,%2)").arg(text(prsPath)).arg(reserved));
     return addSucceeds ? &added : nullptr;
 }
 
 bool FakePrintParamsHandler::DeletePrinterDriverPrs(const char *driverId)
 {
-    calls << QStringLiteral("DeletePrinterDriverPrs(%1)").arg(text(driverId));
+    record(QStringLiteral("DeletePrinterDriverPrs(%1)").arg(text(driverId)));
     return deleteResult;
 }
 
 bool FakePrintParamsHandler::SelectPrinterDriverPrs(const char *driverId, unsigned int languageFlag)
 {
-    calls << QStringLiteral("SelectPrinterDriverPrs(%1,%2)").arg(text(driverId)).arg(languageFlag);
+    record(QStringLiteral("SelectPrinterDriverPrs(%1,%2)").arg(text(driverId)).arg(languageFlag));
     return selectResult;
 }
 
 const char *FakePrintParamsHandler::GetCurDriverName()
 {
-    calls << QStringLiteral("GetCurDriverName");
-    return nullptr;
+    record(QStringLiteral("GetCurDriverName"));
+    if (curDriverName.isEmpty())
+        return nullptr;
+    curDriverNameBytes_ = curDriverName.toLocal8Bit();
+    return curDriverNameBytes_.constData();
 }
 
 const char *FakePrintParamsHandler::GetCurDriverPdvName()
 {
-    calls << QStringLiteral("GetCurDriverPdvName");
+    record(QStringLiteral("GetCurDriverPdvName"));
     return nullptr;
 }
 
 bool FakePrintParamsHandler::RechristenDriverShowName(const char *driverId, const char *showName)
 {
-    calls << QStringLiteral("RechristenDriverShowName(%1,%2)").arg(text(driverId), text(showName));
+    record(QStringLiteral("RechristenDriverShowName(%1,%2)").arg(text(driverId), text(showName)));
     return renameResult;
 }
 
-void FakePrintParamsHandler::GetAllEnumItemList(std::list<printerEnumItem *> &)
+void FakePrintParamsHandler::GetAllEnumItemList(std::list<printerEnumItem *> &items)
 {
-    calls << QStringLiteral("GetAllEnumItemList");
+    record(QStringLiteral("GetAllEnumItemList"));
+    for (auto &entry : enums_)
+        items.push_back(&entry->item);
 }
 
 printerEnumItem *FakePrintParamsHandler::GetEnumItem(std::uint32_t enumId)
 {
-    calls << QStringLiteral("GetEnumItem(%1)").arg(enumId);
+    record(QStringLiteral("GetEnumItem(%1)").arg(enumId));
     return nullptr;
 }
 
 bool FakePrintParamsHandler::SetEnumItem(std::uint32_t enumId, std::int32_t index)
 {
-    calls << QStringLiteral("SetEnumItem(%1,%2)").arg(enumId).arg(index);
-    return false;
+    record(QStringLiteral("SetEnumItem(%1,%2)").arg(enumId).arg(index));
+    if (!setEnumResult || failingEnumIds.count(enumId) != 0)
+        return false;
+    for (auto &entry : enums_) {
+        if (entry->item.enumId == enumId)
+            entry->item.index = index;
+    }
+    return true;
 }
 
 bool FakePrintParamsHandler::CommitPrinterDriverPrs(int reserved)
 {
-    calls << QStringLiteral("CommitPrinterDriverPrs(%1)").arg(reserved);
-    return false;
+    record(QStringLiteral("CommitPrinterDriverPrs(%1)").arg(reserved));
+    return commitResult;
 }
 
 std::int32_t FakePrintParamsHandler::GetCurModeId()
 {
-    calls << QStringLiteral("GetCurModeId");
+    record(QStringLiteral("GetCurModeId"));
     return -1;
 }
 
 printerEnumItem *FakePrintParamsHandler::GetSelectEnumItem(std::int32_t kind)
 {
-    calls << QStringLiteral("GetSelectEnumItem(%1)").arg(kind);
-    return kind == kEnumKindResolution && hasResolution ? &resolution : nullptr;
+    record(QStringLiteral("GetSelectEnumItem(%1)").arg(kind));
+    if (kind == kEnumKindResolution && hasResolution)
+        return &resolution;
+    const auto found = selectKinds_.find(kind);
+    if (found == selectKinds_.end())
+        return nullptr;
+    for (auto &entry : enums_) {
+        if (entry->item.enumId == found->second)
+            return &entry->item;
+    }
+    return nullptr;
 }
 
 printerChannelColorInfo *FakePrintParamsHandler::GetChannelColorInfo()
 {
-    calls << QStringLiteral("GetChannelColorInfo");
+    record(QStringLiteral("GetChannelColorInfo"));
     return hasChannels ? &channelInfo : nullptr;
 }
 
-bool FakePrintParamsHandler::SetChannelColorInfo(const printerChannelColorInfo *)
+bool FakePrintParamsHandler::SetChannelColorInfo(const printerChannelColorInfo *info)
 {
-    calls << QStringLiteral("SetChannelColorInfo");
-    return false;
+    record(QStringLiteral("SetChannelColorInfo(%1)")
+               .arg(info ? RecordText::describe(*info) : QStringLiteral("<null>")));
+    return setChannelResult;
 }
 
 printerIccColorInfo *FakePrintParamsHandler::GetIccSettingInfo()
 {
-    calls << QStringLiteral("GetIccSettingInfo");
-    return nullptr;
+    record(QStringLiteral("GetIccSettingInfo"));
+    if (!hasIcc)
+        return nullptr;
+    if (iccFor && !iccFor(selectedIndex(kEnumKindResolution), selectedIndex(kEnumKindPaper),
+                          selectedIndex(kEnumKindInk)))
+        return nullptr;
+    return &icc;
 }
 
-bool FakePrintParamsHandler::SetIccSettingInfo(const printerIccColorInfo *)
+bool FakePrintParamsHandler::SetIccSettingInfo(const printerIccColorInfo *info)
 {
-    calls << QStringLiteral("SetIccSettingInfo");
-    return false;
+    record(QStringLiteral("SetIccSettingInfo(%1)")
+               .arg(info ? RecordText::describe(*info) : QStringLiteral("<null>")));
+    return setIccResult;
 }
 
 bool FakePrintParamsHandler::GetSelectEnumItemDpi(std::int32_t index, std::uint32_t &x, std::uint32_t &y)
 {
-    calls << QStringLiteral("GetSelectEnumItemDpi(%1)").arg(index);
+    record(QStringLiteral("GetSelectEnumItemDpi(%1)").arg(index));
     if (dpiResult) {
         x = xDpi;
         y = yDpi;
@@ -187,12 +303,13 @@ bool FakePrintParamsHandler::GetSelectEnumItemDpi(std::int32_t index, std::uint3
 
 printerInkOrderInfo *FakePrintParamsHandler::GetInkOrderInfo()
 {
-    calls << QStringLiteral("GetInkOrderInfo");
-    return nullptr;
+    record(QStringLiteral("GetInkOrderInfo"));
+    return hasInkOrder ? &inkOrderInfo : nullptr;
 }
 
-bool FakePrintParamsHandler::SetInkOrderInfo(const printerInkOrderInfo *)
+bool FakePrintParamsHandler::SetInkOrderInfo(const printerInkOrderInfo *info)
 {
-    calls << QStringLiteral("SetInkOrderInfo");
-    return false;
+    record(QStringLiteral("SetInkOrderInfo(%1)")
+               .arg(info ? RecordText::describe(*info) : QStringLiteral("<null>")));
+    return setInkOrderResult;
 }

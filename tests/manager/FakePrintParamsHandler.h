@@ -1,11 +1,16 @@
 #pragma once
 
+#include "RecordText.h"
+
 #include <IUIPrintParamsHandler.h>
 
 #include <QString>
 #include <QStringList>
 
+#include <functional>
+#include <map>
 #include <memory>
+#include <set>
 #include <vector>
 
 // A print-parameter handler for tests: records every call with its
@@ -21,6 +26,22 @@ public:
                                     const QString &prsPath);
     void setChannelNames(const QStringList &names);
     void setResolution(std::int32_t index);
+
+    // An enumerated setting listed by GetAllEnumItemList, in the order added.
+    printerEnumItem *addEnumItem(const QString &key, std::uint32_t enumId, const QStringList &values,
+                                 std::int32_t index);
+    // Makes GetSelectEnumItem(kind) answer the setting with this id.
+    void setSelectKind(std::int32_t kind, std::uint32_t enumId);
+    // The selected value of a setting added with addEnumItem; -1 if none.
+    std::int32_t currentIndex(std::uint32_t enumId) const;
+    // The selected value of the setting GetSelectEnumItem(kind) answers.
+    std::int32_t selectedIndex(std::int32_t kind) const;
+
+    // Channels with density, maximum ink (fraction) and name.
+    void setChannels(const std::vector<inkChannelInfo> &list);
+    static inkChannelInfo channel(const QString &name, double depth, double maxInk);
+    void setIcc(const QString &rgb, const QString &cmyk, const QString &output, std::int32_t intent);
+    void setInkOrder(const std::vector<std::int32_t> &order, const std::vector<std::int32_t> &off);
 
     // The log of calls, oldest first.
     QStringList calls;
@@ -40,6 +61,26 @@ public:
     bool hasChannels = false;
     std::vector<inkChannelInfo> channels;
     printerChannelColorInfo channelInfo{};
+    QString curDriverName;
+    bool setEnumResult = true;
+    // Ids whose SetEnumItem fails whatever setEnumResult says.
+    std::set<std::uint32_t> failingEnumIds;
+    bool commitResult = true;
+    bool setChannelResult = true;
+    bool hasIcc = false;
+    printerIccColorInfo icc{};
+    // When set, decides per (dpi, paper, ink) index whether GetIccSettingInfo
+    // answers, as a driver with colour calibration on some media only.
+    std::function<bool(int dpi, int paper, int ink)> iccFor;
+    bool setIccResult = true;
+    bool hasInkOrder = false;
+    std::vector<std::int32_t> inkOrder;
+    std::vector<std::int32_t> inkOff;
+    printerInkOrderInfo inkOrderInfo{};
+    bool setInkOrderResult = true;
+    // When false, getters and setters are not written into `calls`
+    // (benchmarks replay thousands of them).
+    bool recordCalls = true;
     // Set to true by the destructor.
     bool *destroyed = nullptr;
 
@@ -70,4 +111,17 @@ public:
     // is how a library that cannot make a handler answers), and
     // DestroyUIPrintParamsHandler deletes it.
     static void setNextHandler(FakePrintParamsHandler *handler);
+
+private:
+    struct EnumEntry
+    {
+        printerEnumItem item{};
+        std::unique_ptr<printerEnumValue[]> values;
+    };
+    void record(const QString &call);
+    const EnumEntry *findEnum(std::uint32_t enumId) const;
+
+    std::vector<std::unique_ptr<EnumEntry>> enums_;
+    std::map<std::int32_t, std::uint32_t> selectKinds_;
+    QByteArray curDriverNameBytes_;
 };

@@ -9,6 +9,7 @@
 #include "Config/PrinterDriverConfig.h"
 #include "UI/PrinterDriverManager.h"
 
+#include <QDir>
 #include <QFile>
 #include <QSettings>
 #include <QTemporaryDir>
@@ -304,6 +305,41 @@ private slots:
         QCOMPARE(manager()->findDriverInfoByPrsPath(path.toLower())->id, QStringLiteral("CasePath"));
         QVERIFY(!manager()->findDriverInfoByPrsPath(path + QStringLiteral(".old")));
         QVERIFY(!manager()->findDriverInfo(QStringLiteral("never installed")));
+    }
+
+    void findDriverInfoByPrsPathComparesNormalisedPaths()
+    {
+        scriptDrivers({QStringLiteral("Winding")});
+        manager()->obtainInstalledDrivers();
+        const QString dir = prsDir_.path();
+
+        for (const QString &spelling :
+             {dir + QStringLiteral("/Winding.prs"), dir + QStringLiteral("//./Winding.prs"),
+              dir + QStringLiteral("/sub/../WINDING.prs"), dir + QStringLiteral("/Winding.prs/.")}) {
+            const auto found = manager()->findDriverInfoByPrsPath(spelling);
+            QVERIFY2(found, qPrintable(spelling));
+            QCOMPARE(found->id, QStringLiteral("Winding"));
+        }
+        // A relative path is taken against the working folder.
+        const QString previous = QDir::currentPath();
+        QVERIFY(QDir::setCurrent(dir));
+        const auto relative = manager()->findDriverInfoByPrsPath(QStringLiteral("Winding.prs"));
+        QVERIFY(QDir::setCurrent(previous));
+        QVERIFY(relative);
+        QVERIFY(!manager()->findDriverInfoByPrsPath(dir + QStringLiteral("/sub/Winding.prs")));
+    }
+
+    void deletedDriverIsNoLongerFoundByItsPath()
+    {
+        scriptDrivers({QStringLiteral("Leaving"), QStringLiteral("Staying")});
+        manager()->obtainInstalledDrivers();
+        fake_->deleteResult = true;
+
+        QVERIFY(manager()->deleteInstalledDriver(QStringLiteral("Leaving")));
+
+        QVERIFY(!manager()->findDriverInfoByPrsPath(prsDir_.filePath(QStringLiteral("Leaving.prs"))));
+        QCOMPARE(manager()->findDriverInfoByPrsPath(prsDir_.filePath(QStringLiteral("Staying.prs")))->id,
+                 QStringLiteral("Staying"));
     }
 
     void renamingUpdatesTheShownName()

@@ -110,6 +110,31 @@ private slots:
         QCOMPARE(QString::fromLocal8Bit(items.front()->piiId), kept->id);
         QVERIFY(manager()->deleteInstalledDriver(kept->id));
     }
+
+    void pathsAreStoredAbsoluteAndFoundByAnySpelling()
+    {
+        const QString clean = SampleDriverFiles::prsPath(QStringLiteral("BexUV1610_CMYKLcLm"));
+        const QString winding =
+            TestAppDir::filePath(QStringLiteral("dtp/bin/..//driver/./BexUV1610_CMYKLcLm.prs"));
+
+        const auto installed = manager()->installDriver(winding);
+
+        // The library stores the path absolute and clean; the manager finds
+        // the driver under any spelling the library takes for the same file,
+        // and the library refuses that file a second time.
+        QVERIFY(installed);
+        QCOMPARE(installed->prsPath, clean);
+        for (const QString &spelling : {clean, winding, clean.toUpper()})
+            QCOMPARE(manager()->findDriverInfoByPrsPath(spelling), installed);
+        QVERIFY(!manager()->installDriver(clean.toUpper()));
+        QVERIFY(!manager()->installDriver(winding));
+        const auto listed = restart();
+        QCOMPARE(listed.size(), 1);
+        QCOMPARE(listed.first()->prsPath, clean);
+        QCOMPARE(manager()->findDriverInfoByPrsPath(winding)->id, installed->id);
+        QVERIFY(manager()->deleteInstalledDriver(installed->id));
+        QVERIFY(!manager()->findDriverInfoByPrsPath(clean));
+    }
 };
 
 QTEST_GUILESS_MAIN(TestPrinterDriverManagerWithLibrary)

@@ -7,7 +7,11 @@
 #include "TestAppDir.h"
 
 #include <QFile>
+#include <QJsonDocument>
+#include <QJsonObject>
 #include <QtTest>
+
+#include <limits>
 
 namespace {
 
@@ -51,6 +55,25 @@ void verifyOnlyLine(const LogCapture &log, QtMsgType type, const QString &messag
     QCOMPARE(entry.category, QStringLiteral("bex.driverui.plugin"));
 }
 
+// unserialize() refuses document: the trace of the meta data comes first,
+// then the one refusal line.
+void verifyRefusedAfterMetaTrace(const QByteArray &document, QtMsgType type, const QString &message)
+{
+    LogCapture log;
+    BexRipEngineDriverUI_RipServer module;
+    QVERIFY(module.unserialize(document).isNull());
+    const QList<LogCapture::Entry> entries = log.entries();
+    QVERIFY2(entries.size() == 2, qPrintable(log.dump()));
+    QCOMPARE(entries.at(0).type, QtDebugMsg);
+    QVERIFY(entries.at(0).message.startsWith(QStringLiteral("metaType:")));
+    const LogCapture::Entry &refusal = entries.at(1);
+    QCOMPARE(refusal.type, type);
+    QCOMPARE(refusal.message, message);
+    QCOMPARE(refusal.file, QString::fromLatin1(sourceFile));
+    QCOMPARE(refusal.function, QString::fromLatin1(unserializeFunction));
+    QCOMPARE(refusal.category, QStringLiteral("bex.driverui.plugin"));
+}
+
 // A driver or driver information of another engine module.
 const wchar_t foreignKind[] = L"OtherRipEngine";
 
@@ -91,6 +114,9 @@ private slots:
     void serializesToTheCompactSortedDocument();
     void roundTripKeepsModeIdAndPath();
     void roundTripKeepsNonAsciiPath();
+    void serializeWritesWhatQJsonDocumentWrites_data();
+    void serializeWritesWhatQJsonDocumentWrites();
+    void serializeWritesEveryCharacterAsQJsonDocumentDoes();
     void serializeOfNullDriverIsEmptyAndSilent();
     void serializeRefusesForeignKind();
     void unserializeOfEmptyInputIsNullAndSilent();
@@ -101,6 +127,8 @@ private slots:
     void unserializeRefusesTypeMismatch_data();
     void unserializeRefusesTypeMismatch();
     void unserializeWithoutInfoGivesModeZeroAndEmptyPath();
+    void unserializeRefusesPathWithNul_data();
+    void unserializeRefusesPathWithNul();
     void unserializeAcceptsAnyKeyOrderAndWhitespace();
     void unserializeLogsTheMetaData();
 
@@ -141,6 +169,55 @@ void DriverSerializationTest::roundTripKeepsNonAsciiPath()
     const auto restored = asOurs(module.unserialize(module.serialize(makeDriver(2, path))));
     QVERIFY(restored);
     QCOMPARE(QString::fromStdWString(restored->prsFilePath), path);
+}
+
+// The document as QJsonDocument writes it for the driver's object. The path
+// is taken as the driver holds it: a wide string, in which a lone surrogate
+// becomes U+FFFD where wchar_t is 32 bits wide.
+QByteArray documentOf(int modeId, const QString &givenPath)
+{
+    const QString path = QString::fromStdWString(givenPath.toStdWString());
+    QJsonObject meta{{QStringLiteral("type"), QStringLiteral("BexRipEngine_RipServer")},
+                     {QStringLiteral("mainVersion"), 1},
+                     {QStringLiteral("subVersion"), 0}};
+    QJsonObject info{{QStringLiteral("modeId"), modeId}, {QStringLiteral("prsFilePath"), path}};
+    return QJsonDocument(QJsonObject{{QStringLiteral("meta"), meta}, {QStringLiteral("info"), info}})
+        .toJson(QJsonDocument::Compact);
+}
+
+void DriverSerializationTest::serializeWritesWhatQJsonDocumentWrites_data()
+{
+    QTest::addColumn<int>("modeId");
+    QTest::addColumn<QString>("path");
+    QTest::newRow("lowest mode id") << std::numeric_limits<int>::min() << QStringLiteral("a.prs");
+    QTest::newRow("highest mode id") << std::numeric_limits<int>::max() << QStringLiteral("a.prs");
+    QTest::newRow("constructed") << -1 << QString();
+    QTest::newRow("quotes and backslashes") << 0 << QStringLiteral(R"(C:\dtp\"bin"\x.prs)");
+    QTest::newRow("control characters") << 1 << QStringLiteral("\b\f\n\r\t\x01\x1f\x7f");
+    QTest::newRow("outside the BMP") << 2 << QString::fromUtf8("\xF0\x9F\x96\xA8 печать 打印.prs");
+    QTest::newRow("lone surrogates") << 3 << (QString(QChar(0xD800)) + QChar(0x41) + QChar(0xDC00));
+}
+
+void DriverSerializationTest::serializeWritesWhatQJsonDocumentWrites()
+{
+    QFETCH(int, modeId);
+    QFETCH(QString, path);
+    BexRipEngineDriverUI_RipServer module;
+    QCOMPARE(module.serialize(makeDriver(modeId, path)), documentOf(modeId, path));
+}
+
+void DriverSerializationTest::serializeWritesEveryCharacterAsQJsonDocumentDoes()
+{
+    BexRipEngineDriverUI_RipServer module;
+    for (uint unit = 0; unit <= 0xFFFF; ++unit) {
+        const QString path = QStringLiteral("x") + QChar(ushort(unit)) + QStringLiteral("y");
+        const QByteArray written = module.serialize(makeDriver(7, path));
+        if (written != documentOf(7, path))
+            QFAIL(qPrintable(QStringLiteral("U+%1: %2 instead of %3")
+                                 .arg(unit, 4, 16, QLatin1Char('0'))
+                                 .arg(QString::fromUtf8(written.toPercentEncoding()),
+                                      QString::fromUtf8(documentOf(7, path).toPercentEncoding()))));
+    }
 }
 
 void DriverSerializationTest::serializeOfNullDriverIsEmptyAndSilent()
@@ -209,19 +286,28 @@ void DriverSerializationTest::unserializeRefusesWrongVersion_data()
 void DriverSerializationTest::unserializeRefusesWrongVersion()
 {
     QFETCH(QByteArray, document);
-    LogCapture log;
-    BexRipEngineDriverUI_RipServer module;
-    QVERIFY(module.unserialize(document).isNull());
-    // The trace of the meta data comes first, then the refusal.
-    const QList<LogCapture::Entry> entries = log.entries();
-    QVERIFY2(entries.size() == 2, qPrintable(log.dump()));
-    QCOMPARE(entries.at(0).type, QtDebugMsg);
-    QVERIFY(entries.at(0).message.startsWith(QStringLiteral("metaType:")));
-    const LogCapture::Entry &refusal = entries.at(1);
-    QCOMPARE(refusal.type, QtWarningMsg);
-    QCOMPARE(refusal.message, QStringLiteral("版本不匹配"));
-    QCOMPARE(refusal.file, QString::fromLatin1(sourceFile));
-    QCOMPARE(refusal.function, QString::fromLatin1(unserializeFunction));
+    verifyRefusedAfterMetaTrace(document, QtWarningMsg, QStringLiteral("版本不匹配"));
+}
+
+void DriverSerializationTest::unserializeRefusesPathWithNul_data()
+{
+    QTest::addColumn<QByteArray>("document");
+    // removePrsFile() would have deleted "D:/app/dtp/bin/keep.prs".
+    QTest::newRow("inside") << QByteArray(
+        R"({"meta":{"type":"BexRipEngine_RipServer","mainVersion":1,"subVersion":0},)"
+        R"("info":{"modeId":3,"prsFilePath":"D:/app/dtp/bin/keep.prs\u0000.temp.prs"}})");
+    QTest::newRow("at the end") << QByteArray(
+        R"({"meta":{"type":"BexRipEngine_RipServer","mainVersion":1,"subVersion":0},)"
+        R"("info":{"modeId":3,"prsFilePath":"a.temp.prs\u0000"}})");
+    QTest::newRow("alone") << QByteArray(
+        R"({"meta":{"type":"BexRipEngine_RipServer","mainVersion":1,"subVersion":0},)"
+        R"("info":{"prsFilePath":"\u0000"}})");
+}
+
+void DriverSerializationTest::unserializeRefusesPathWithNul()
+{
+    QFETCH(QByteArray, document);
+    verifyRefusedAfterMetaTrace(document, QtWarningMsg, QStringLiteral("路径含有空字符"));
 }
 
 void DriverSerializationTest::unserializeRefusesTypeMismatch_data()
@@ -242,20 +328,8 @@ void DriverSerializationTest::unserializeRefusesTypeMismatch_data()
 void DriverSerializationTest::unserializeRefusesTypeMismatch()
 {
     QFETCH(QByteArray, document);
-    LogCapture log;
-    BexRipEngineDriverUI_RipServer module;
-    QVERIFY(module.unserialize(document).isNull());
-    // The trace of the meta data comes first, then the refusal; neither a
-    // parse error nor an empty document is reported.
-    const QList<LogCapture::Entry> entries = log.entries();
-    QVERIFY2(entries.size() == 2, qPrintable(log.dump()));
-    QCOMPARE(entries.at(0).type, QtDebugMsg);
-    QVERIFY(entries.at(0).message.startsWith(QStringLiteral("metaType:")));
-    const LogCapture::Entry &refusal = entries.at(1);
-    QCOMPARE(refusal.type, QtCriticalMsg);
-    QCOMPARE(refusal.message, QStringLiteral("类型不匹配"));
-    QCOMPARE(refusal.file, QString::fromLatin1(sourceFile));
-    QCOMPARE(refusal.function, QString::fromLatin1(unserializeFunction));
+    // Neither a parse error nor an empty document is reported.
+    verifyRefusedAfterMetaTrace(document, QtCriticalMsg, QStringLiteral("类型不匹配"));
 }
 
 void DriverSerializationTest::unserializeWithoutInfoGivesModeZeroAndEmptyPath()

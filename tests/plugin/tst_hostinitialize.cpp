@@ -3,6 +3,7 @@
 // this executable walks one host session from its start.
 
 #include "HostLibraries.h"
+#include "LogCapture.h"
 
 #include <QtTest>
 
@@ -22,11 +23,24 @@ void HostInitializeTest::initializeFailsWhileRefusedAndSucceedsOnALaterTry()
     QVERIFY2(module.load(), qPrintable(module.library.errorString()));
 
     printParams.setRefuse(true);
-    // The manager's construction tries once, then Initialize tries again.
-    QVERIFY(!module.initialize());
-    QCOMPARE(printParams.refused(), 2);
-    QVERIFY(!module.initialize());
-    QCOMPARE(printParams.refused(), 3);
+    const QString refusal = QStringLiteral("CreateUIPrintParamsHandler failed");
+    {
+        // The manager's construction tries once, then Initialize tries again;
+        // the host reads about its refused call once.
+        LogCapture log;
+        QVERIFY(!module.initialize());
+        QCOMPARE(printParams.refused(), 2);
+        QVERIFY2(log.count(QtCriticalMsg, refusal) == 1, qPrintable(log.dump()));
+    }
+    {
+        LogCapture log;
+        QVERIFY(!module.initialize());
+        QCOMPARE(printParams.refused(), 3);
+        QVERIFY2(log.count(QtCriticalMsg, refusal) == 1, qPrintable(log.dump()));
+        const LogCapture::Entry line = log.find(QtCriticalMsg, refusal).first();
+        QCOMPARE(line.file, QStringLiteral("source/UI/PrinterDriverManager"));
+        QCOMPARE(line.category, QStringLiteral("bex.driverui.manager"));
+    }
     QCOMPARE(printParams.created(), 0);
 
     printParams.setRefuse(false);

@@ -114,9 +114,39 @@ private:
         return item ? text(item->piiId) : QString();
     }
 
+    // A sample's description as JSON, to derive other descriptions from.
+    static QJsonObject sampleDocument(const QString &sample)
+    {
+        return QJsonDocument::fromJson(
+                   TestAppDir::readFile(QStringLiteral("dtp/driver/") + sample + QStringLiteral(".prs")))
+            .object();
+    }
+
+    // Writes a description into "dtp/driver/" and installs it; its id, or
+    // empty when the library refused it.
+    QString installDocument(const QString &fileName, const QJsonObject &document)
+    {
+        const QString file = QStringLiteral("dtp/driver/") + fileName;
+        if (!TestAppDir::writeFile(file, QJsonDocument(document).toJson()))
+            return QString();
+        const printerInfoItem *item =
+            handler_->AddPrinterDriverPrs(local(TestAppDir::filePath(file)).c_str(), 0);
+        return item ? text(item->piiId) : QString();
+    }
+
     bool select(const QString &id, unsigned int language = 0)
     {
         return handler_->SelectPrinterDriverPrs(local(id).c_str(), language);
+    }
+
+    // Commits the selected driver, replaces the handler and selects the
+    // driver again, so that what follows reads the committed file.
+    bool commitAndSelectAgain(const QString &id)
+    {
+        if (!handler_->CommitPrinterDriverPrs(0))
+            return false;
+        restartHandler();
+        return select(id);
     }
 
     void restartHandler()
@@ -187,6 +217,23 @@ private slots:
         restartHandler();
         QCOMPARE(list().first().showName, QStringLiteral("二号机 PVC"));
         QCOMPARE(list().first().name, QStringLiteral("Bex UV1610 CMYK+Lc+Lm"));
+    }
+
+    void shownNamesWithQuotesBackslashesAndControlCharactersSurviveARestart()
+    {
+        const QString id = install(uv1610);
+        const QString name = QStringLiteral("\"二号机\" C:\\UV\\1610\tline\nnext\x01 end");
+
+        QVERIFY(handler_->RechristenDriverShowName(local(id).c_str(), local(name).c_str()));
+        restartHandler();
+
+        QCOMPARE(list().first().showName, name);
+        const QJsonDocument json = QJsonDocument::fromJson(registryBytes());
+        const QJsonArray drivers = json.object().value(QStringLiteral("drivers")).toArray();
+        QCOMPARE(drivers.size(), 1);
+        QCOMPARE(drivers.at(0).toObject().value(QStringLiteral("showName")).toString(), name);
+        QCOMPARE(json.object().value(QStringLiteral("format")).toString(),
+                 QStringLiteral("BexInstalledPrinterDrivers"));
     }
 
     void renamingRefusesUnknownIdsAndUnusableNames()
@@ -275,17 +322,19 @@ private slots:
 
         handler_->GetAllEnumItemList(items);
 
-        QCOMPARE(int(items.size()), 6);
+        QCOMPARE(int(items.size()), 10);
         QStringList keys;
         QVector<std::uint32_t> ids;
         for (const printerEnumItem *item : items) {
             keys << text(item->key);
             ids << item->enumId;
         }
-        QCOMPARE(keys, (QStringList{QStringLiteral("打印精度"), QStringLiteral("纸张"),
-                                    QStringLiteral("墨水"), QStringLiteral("打印方向"),
-                                    QStringLiteral("白墨模式"), QStringLiteral("羽化")}));
-        QCOMPARE(ids, (QVector<std::uint32_t>{1, 2, 3, 10, 11, 12}));
+        QCOMPARE(keys,
+                 (QStringList{QStringLiteral("打印精度"), QStringLiteral("纸张"), QStringLiteral("墨水"),
+                              QStringLiteral("打印方向"), QStringLiteral("白墨模式"), QStringLiteral("羽化"),
+                              QStringLiteral("PASS数"), QStringLiteral("喷头电压"),
+                              QStringLiteral("光油模式"), QStringLiteral("UV灯功率")}));
+        QCOMPARE(ids, (QVector<std::uint32_t>{1, 2, 3, 10, 11, 12, 15, 14, 16, 17}));
         const printerEnumItem *resolution = items.front();
         QCOMPARE(resolution->index, 1);
         QCOMPARE(resolution->valueSize, 3);
@@ -319,18 +368,25 @@ private slots:
         std::list<printerEnumItem *> items;
         handler_->GetAllEnumItemList(items);
         QStringList keys;
-        for (const printerEnumItem *item : items)
+        QVector<const printerEnumItem *> byPosition;
+        for (const printerEnumItem *item : items) {
             keys << text(item->key);
+            byPosition << item;
+        }
 
         QCOMPARE(keys,
                  (QStringList{QStringLiteral("Resolution"), QStringLiteral("Media"), QStringLiteral("Ink"),
-                              QStringLiteral("Print direction"), QStringLiteral("喷头电压")}));
+                              QStringLiteral("Print direction"), QStringLiteral("喷头电压"),
+                              QStringLiteral("Pass count"), QStringLiteral("Print speed"),
+                              QStringLiteral("UV lamp power"), QStringLiteral("Flash spitting")}));
         QCOMPARE(values(items.front()).first(), QStringLiteral("600x900 dpi 4 pass"));
         QCOMPARE(values(handler_->GetSelectEnumItem(kEnumKindPaper)),
                  (QStringList{QStringLiteral("Wood"), QStringLiteral("Ceramic tile"),
                               QStringLiteral("Leather"), QStringLiteral("Cardboard")}));
         // A setting without English texts keeps the driver's own.
-        QCOMPARE(values(items.back()), (QStringList{QStringLiteral("标准"), QStringLiteral("高")}));
+        QCOMPARE(values(byPosition.at(4)), (QStringList{QStringLiteral("标准"), QStringLiteral("高")}));
+        QCOMPARE(values(items.back()), (QStringList{QStringLiteral("Off"), QStringLiteral("While printing"),
+                                                    QStringLiteral("While idle")}));
 
         QVERIFY(select(id, 0));
         QCOMPARE(text(handler_->GetSelectEnumItem(kEnumKindPaper)->key), QStringLiteral("纸张"));
@@ -462,7 +518,43 @@ private slots:
         QCOMPARE(orders(inks).size(), 8);
         QCOMPARE(text(icc->iccFilePath_OUTPUT), QStringLiteral("BexUV3220_Wood_600x900.icc"));
         QCOMPARE(values(paper).first(), QStringLiteral("木板"));
-        QCOMPARE(int(items.size()), 5);
+        QCOMPARE(int(items.size()), 9);
+    }
+
+    void samplesCarryCommonSettingsAndAStoredInkOrder_data()
+    {
+        QTest::addColumn<QString>("sample");
+        QTest::addColumn<QVector<int>>("order");
+        QTest::newRow("UV2513") << uv2513 << QVector<int>{1, 2, 3, 4, 0, 5};
+        QTest::newRow("UV1610") << uv1610 << QVector<int>{2, 3, 4, 5, 0, 1};
+        QTest::newRow("UV3220") << uv3220 << QVector<int>{3, 2, 1, 0, 6, 7, 4, 5};
+    }
+
+    void samplesCarryCommonSettingsAndAStoredInkOrder()
+    {
+        QFETCH(QString, sample);
+        QFETCH(QVector<int>, order);
+        QVERIFY(select(install(sample)));
+        const QSet<std::uint32_t> special = {handler_->GetSelectEnumItem(kEnumKindResolution)->enumId,
+                                             handler_->GetSelectEnumItem(kEnumKindPaper)->enumId,
+                                             handler_->GetSelectEnumItem(kEnumKindInk)->enumId};
+        std::list<printerEnumItem *> items;
+        handler_->GetAllEnumItemList(items);
+        QStringList common;
+        for (const printerEnumItem *item : items) {
+            if (!special.contains(item->enumId)) {
+                common << text(item->key);
+                QVERIFY(item->valueSize >= 2);
+            }
+        }
+
+        // Print direction, pass count and head voltage on every sample, and
+        // at least two more.
+        QVERIFY2(common.size() >= 5, qPrintable(common.join(QLatin1Char(','))));
+        for (const QString &key :
+             {QStringLiteral("打印方向"), QStringLiteral("PASS数"), QStringLiteral("喷头电压")})
+            QVERIFY2(common.contains(key), qPrintable(key));
+        QCOMPARE(orders(handler_->GetInkOrderInfo()), order);
     }
 
     void committedEditsAreReadBackByANewHandler()
@@ -493,9 +585,7 @@ private slots:
         inks->PioiInkOFFON[5] = 1;
         QVERIFY(handler_->SetInkOrderInfo(inks));
 
-        QVERIFY(handler_->CommitPrinterDriverPrs(0));
-        restartHandler();
-        QVERIFY(select(id));
+        QVERIFY(commitAndSelectAgain(id));
 
         QCOMPARE(handler_->GetSelectEnumItem(kEnumKindResolution)->index, 2);
         QCOMPARE(handler_->GetSelectEnumItem(kEnumKindPaper)->index, metal);
@@ -517,6 +607,131 @@ private slots:
         const QStringList left = QDir(TestAppDir::filePath(QStringLiteral("dtp/driver")))
                                      .entryList(QDir::Files | QDir::Hidden | QDir::System);
         QCOMPARE(left.size(), 6);
+    }
+
+    void inkLimitSetForOneMediumDoesNotReachAnother()
+    {
+        // Acrylic at 720x900 has ICC settings of its own but uses the
+        // driver-wide channels, as do metal and wood.
+        const QString id = install(uv2513);
+        QVERIFY(select(id));
+        QVERIFY(handler_->SetEnumItem(paperId, acrylic));
+        printerChannelColorInfo *channels = handler_->GetChannelColorInfo();
+        channels->channels[4].iciMaxInk = 0.55;
+        channels->channels[0].iciDepth = 0.75;
+        QVERIFY(handler_->SetChannelColorInfo(channels));
+
+        QVERIFY(handler_->SetEnumItem(paperId, metal));
+        QCOMPARE(handler_->GetChannelColorInfo()->channels[4].iciMaxInk, 0.9);
+        QCOMPARE(handler_->GetChannelColorInfo()->channels[0].iciDepth, 0.0);
+        QVERIFY(handler_->SetEnumItem(paperId, acrylic));
+        QCOMPARE(handler_->GetChannelColorInfo()->channels[4].iciMaxInk, 0.55);
+
+        QVERIFY(commitAndSelectAgain(id));
+        QCOMPARE(handler_->GetSelectEnumItem(kEnumKindPaper)->index, acrylic);
+        channels = handler_->GetChannelColorInfo();
+        QCOMPARE(channels->channels[4].iciMaxInk, 0.55);
+        QCOMPARE(channels->channels[0].iciDepth, 0.75);
+        // The ICC settings of the combination are kept beside its channels.
+        QCOMPARE(text(handler_->GetIccSettingInfo()->iccFilePath_OUTPUT),
+                 QStringLiteral("BexUV2513_Acrylic_720x900.icc"));
+        QVERIFY(handler_->SetEnumItem(paperId, wood));
+        QCOMPARE(handler_->GetChannelColorInfo()->channels[4].iciMaxInk, 0.9);
+        QVERIFY(handler_->SetEnumItem(resolutionId, 0));
+        QVERIFY(handler_->SetEnumItem(paperId, acrylic));
+        QCOMPARE(handler_->GetChannelColorInfo()->channels[4].iciMaxInk, 0.9);
+
+        // The driver-wide list in the file is the one it was.
+        const QJsonObject root =
+            QJsonDocument::fromJson(TestAppDir::readFile(QStringLiteral("dtp/driver/BexUV2513_CMYKWV.prs")))
+                .object();
+        const QJsonArray wide = root.value(QStringLiteral("channels")).toArray();
+        QCOMPARE(wide.at(4).toObject().value(QStringLiteral("maxInk")).toDouble(), 0.9);
+        QCOMPARE(wide.at(0).toObject().value(QStringLiteral("density")).toDouble(), 0.0);
+    }
+
+    void inkOrderSetForOneCombinationDoesNotReachAnother()
+    {
+        const QString id = install(uv2513);
+        QVERIFY(select(id));
+        QVERIFY(handler_->SetEnumItem(paperId, metal));
+        QVERIFY(!handler_->GetIccSettingInfo());
+        printerInkOrderInfo *inks = handler_->GetInkOrderInfo();
+        const int newOrder[] = {0, 5, 4, 3, 2, 1};
+        for (int i = 0; i < 6; ++i)
+            inks->pioiInkOrder[i] = newOrder[i];
+        inks->PioiInkOFFON[5] = 1;
+        QVERIFY(handler_->SetInkOrderInfo(inks));
+
+        QVERIFY(handler_->SetEnumItem(paperId, wood));
+        QCOMPARE(orders(handler_->GetInkOrderInfo()), (QVector<int>{1, 2, 3, 4, 0, 5}));
+        QCOMPARE(offFlags(handler_->GetInkOrderInfo()), (QVector<int>{0, 0, 0, 0, 0, 0}));
+        QVERIFY(commitAndSelectAgain(id));
+        QVERIFY(handler_->SetEnumItem(paperId, metal));
+
+        QCOMPARE(orders(handler_->GetInkOrderInfo()), (QVector<int>{0, 5, 4, 3, 2, 1}));
+        QCOMPARE(offFlags(handler_->GetInkOrderInfo()), (QVector<int>{0, 0, 0, 0, 0, 1}));
+        // The change gave the combination channels only, no ICC settings.
+        QVERIFY(!handler_->GetIccSettingInfo());
+        QCOMPARE(handler_->GetChannelColorInfo()->channels[4].iciMaxInk, 0.9);
+    }
+
+    void writingBackUnchangedRecordsAddsNoCombination()
+    {
+        const QString id = install(uv2513);
+        const QString file = QStringLiteral("dtp/driver/BexUV2513_CMYKWV.prs");
+        QVERIFY(select(id));
+        QVERIFY(handler_->CommitPrinterDriverPrs(0));
+        const QByteArray before = TestAppDir::readFile(file);
+        // Every combination is visited and its records written back as
+        // they came, as a dialog does when its user browses combinations.
+        for (int resolution = 0; resolution < 3; ++resolution) {
+            for (int paper = 0; paper < 4; ++paper) {
+                for (int ink = 0; ink < 2; ++ink) {
+                    QVERIFY(handler_->SetEnumItem(resolutionId, resolution));
+                    QVERIFY(handler_->SetEnumItem(paperId, paper));
+                    QVERIFY(handler_->SetEnumItem(inkId, ink));
+                    QVERIFY(handler_->SetChannelColorInfo(handler_->GetChannelColorInfo()));
+                    QVERIFY(handler_->SetInkOrderInfo(handler_->GetInkOrderInfo()));
+                    if (printerIccColorInfo *icc = handler_->GetIccSettingInfo())
+                        QVERIFY(handler_->SetIccSettingInfo(icc));
+                }
+            }
+        }
+        QVERIFY(handler_->SetEnumItem(resolutionId, 1));
+        QVERIFY(handler_->SetEnumItem(paperId, acrylic));
+        QVERIFY(handler_->SetEnumItem(inkId, 0));
+
+        QVERIFY(handler_->CommitPrinterDriverPrs(0));
+
+        QCOMPARE(TestAppDir::readFile(file), before);
+    }
+
+    void fileWithoutCombinationsLoadsAndTakesPerCombinationChanges()
+    {
+        // A description as first written by hand: driver-wide channels and
+        // no "combinations" at all.
+        QJsonObject root = sampleDocument(uv1610);
+        root.remove(QStringLiteral("combinations"));
+        const QString file = QStringLiteral("dtp/driver/plain.prs");
+        const QString id = installDocument(QStringLiteral("plain.prs"), root);
+        QVERIFY(select(id));
+        QVERIFY(!handler_->GetIccSettingInfo());
+        printerChannelColorInfo *channels = handler_->GetChannelColorInfo();
+        QCOMPARE(channels->channels[1].iciMaxInk, 1.0);
+        channels->channels[1].iciMaxInk = 0.25;
+        QVERIFY(handler_->SetChannelColorInfo(channels));
+        QVERIFY(commitAndSelectAgain(id));
+
+        QCOMPARE(handler_->GetChannelColorInfo()->channels[1].iciMaxInk, 0.25);
+        QVERIFY(handler_->SetEnumItem(paperId, 1));
+        QCOMPARE(handler_->GetChannelColorInfo()->channels[1].iciMaxInk, 1.0);
+        const QJsonArray combinations = QJsonDocument::fromJson(TestAppDir::readFile(file))
+                                            .object()
+                                            .value(QStringLiteral("combinations"))
+                                            .toArray();
+        QCOMPARE(combinations.size(), 1);
+        QVERIFY(!combinations.at(0).toObject().contains(QStringLiteral("icc")));
     }
 
     void uncommittedEditsAreDroppedBySelectingAgain()
@@ -547,9 +762,7 @@ private slots:
         icc.iccIntentType = kIccIntentSaturation;
 
         QVERIFY(handler_->SetIccSettingInfo(&icc));
-        QVERIFY(handler_->CommitPrinterDriverPrs(0));
-        restartHandler();
-        QVERIFY(select(id));
+        QVERIFY(commitAndSelectAgain(id));
 
         QCOMPARE(handler_->GetSelectEnumItem(kEnumKindPaper)->index, wood);
         const printerIccColorInfo *read = handler_->GetIccSettingInfo();
@@ -608,12 +821,7 @@ private slots:
                                                                 {QStringLiteral("order"), 0},
                                                                 {QStringLiteral("on"), true}}}},
             {QStringLiteral("combinations"), combinations}};
-        const QString file = QStringLiteral("dtp/driver/full.prs");
-        QVERIFY(TestAppDir::writeFile(file, QJsonDocument(document).toJson()));
-        const printerInfoItem *item =
-            handler_->AddPrinterDriverPrs(local(TestAppDir::filePath(file)).c_str(), 0);
-        QVERIFY(item);
-        const QString id = text(item->piiId);
+        const QString id = installDocument(QStringLiteral("full.prs"), document);
         QVERIFY(select(id));
         printerIccColorInfo icc{};
         std::strcpy(icc.iccFilePath_OUTPUT, "BexUV2513_Glass_720x900.icc");
@@ -623,6 +831,18 @@ private slots:
         QVERIFY(!handler_->GetIccSettingInfo());
         QVERIFY(!handler_->SetIccSettingInfo(&icc));
         QVERIFY(!handler_->GetIccSettingInfo());
+        // Channels and ink order written back unchanged need no room; a
+        // change would need a combination of its own and is refused.
+        printerChannelColorInfo *channels = handler_->GetChannelColorInfo();
+        QVERIFY(handler_->SetChannelColorInfo(channels));
+        channels->channels[0].iciMaxInk = 0.5;
+        QVERIFY(!handler_->SetChannelColorInfo(channels));
+        QCOMPARE(handler_->GetChannelColorInfo()->channels[0].iciMaxInk, 1.0);
+        printerInkOrderInfo *inks = handler_->GetInkOrderInfo();
+        QVERIFY(handler_->SetInkOrderInfo(inks));
+        inks->PioiInkOFFON[0] = 1;
+        QVERIFY(!handler_->SetInkOrderInfo(inks));
+        QCOMPARE(offFlags(handler_->GetInkOrderInfo()), QVector<int>{0});
 
         // A combination the file holds takes ICC settings, and the file stays
         // one that can be selected again.
@@ -630,9 +850,7 @@ private slots:
         QVERIFY(handler_->SetEnumItem(2, 0));
         QVERIFY(handler_->SetEnumItem(3, 0));
         QVERIFY(handler_->SetIccSettingInfo(&icc));
-        QVERIFY(handler_->CommitPrinterDriverPrs(0));
-        restartHandler();
-        QVERIFY(select(id));
+        QVERIFY(commitAndSelectAgain(id));
         QCOMPARE(text(handler_->GetIccSettingInfo()->iccFilePath_OUTPUT),
                  QStringLiteral("BexUV2513_Glass_720x900.icc"));
     }
@@ -719,6 +937,135 @@ private slots:
         QVERIFY2(log.contains(QtWarningMsg, QStringLiteral("refused")), qPrintable(log.dump()));
     }
 
+    void badPrsFilesAreRefusedForTheirReason_data()
+    {
+        QTest::addColumn<QString>("file");
+        QTest::addColumn<QString>("reason");
+        const QString outside = QStringLiteral("leaves its ICC folder");
+        QTest::newRow("absolute") << QStringLiteral("icc-absolute-path.prs") << outside;
+        QTest::newRow("UNC") << QStringLiteral("icc-windows-absolute-path.prs") << outside;
+        QTest::newRow("drive letter") << QStringLiteral("icc-drive-letter.prs") << outside;
+        QTest::newRow("..") << QStringLiteral("icc-parent-folder.prs") << outside;
+        QTest::newRow(".. with backslashes") << QStringLiteral("icc-parent-folder-backslash.prs") << outside;
+        QTest::newRow(".") << QStringLiteral("icc-this-folder.prs") << outside;
+        QTest::newRow("empty component") << QStringLiteral("icc-empty-component.prs") << outside;
+        QTest::newRow("control character") << QStringLiteral("icc-control-character.prs") << outside;
+        QTest::newRow("channel names alike") << QStringLiteral("channel-names-differ-in-case.prs")
+                                             << QStringLiteral("used twice (ignoring case)");
+        QTest::newRow("key shown twice in English")
+            << QStringLiteral("enum-key-shown-twice-in-english.prs") << QStringLiteral("key used twice");
+        QTest::newRow("English key twice")
+            << QStringLiteral("enum-english-key-twice.prs") << QStringLiteral("key used twice");
+        QTest::newRow("lone surrogate") << QStringLiteral("text-lone-surrogate.prs")
+                                        << QStringLiteral("local 8-bit encoding cannot hold");
+        QTest::newRow("invalid UTF-8")
+            << QStringLiteral("text-invalid-utf8.prs") << QStringLiteral("not JSON");
+    }
+
+    void badPrsFilesAreRefusedForTheirReason()
+    {
+        QFETCH(QString, file);
+        QFETCH(QString, reason);
+        const QString path = QStringLiteral(BEX_BAD_PRS_DIR "/") + file;
+        QVERIFY(QFile::exists(path));
+        LogCapture log;
+
+        QVERIFY(!handler_->AddPrinterDriverPrs(local(path).c_str(), 0));
+
+        QVERIFY(list().isEmpty());
+        QCOMPARE(log.count(QtWarningMsg, QStringLiteral("refused")), 1);
+        QVERIFY2(log.contains(QtWarningMsg, reason), qPrintable(log.dump()));
+    }
+
+    void iccNamesHandedInStayInsideTheirFolder_data()
+    {
+        QTest::addColumn<QByteArray>("name");
+        QTest::newRow("absolute") << QByteArray("/etc/passwd");
+        QTest::newRow("UNC") << QByteArray("\\\\server\\share\\x.icc");
+        QTest::newRow("drive letter") << QByteArray("C:\\x.icc");
+        QTest::newRow("drive letter, relative") << QByteArray("c:x.icc");
+        QTest::newRow("..") << QByteArray("../x.icc");
+        QTest::newRow("inner ..") << QByteArray("RGB/../../x.icc");
+        QTest::newRow(".. with backslashes") << QByteArray("..\\x.icc");
+        QTest::newRow("only ..") << QByteArray("..");
+        QTest::newRow("trailing separator") << QByteArray("RGB/");
+        QTest::newRow("control character") << QByteArray("a\tb.icc");
+        QTest::newRow("not local 8-bit text") << QByteArray("Bex \xff.icc");
+    }
+
+    void iccNamesHandedInStayInsideTheirFolder()
+    {
+        QFETCH(QByteArray, name);
+        QVERIFY(select(install(uv2513)));
+        LogCapture log;
+        for (auto field : {&printerIccColorInfo::iccFilePath_RGB, &printerIccColorInfo::iccFilePath_CMYK,
+                           &printerIccColorInfo::iccFilePath_OUTPUT}) {
+            printerIccColorInfo *icc = handler_->GetIccSettingInfo();
+            QVERIFY(icc);
+            char *target = icc->*field;
+            std::memset(target, 0, kIccPathSize);
+            std::memcpy(target, name.constData(), std::size_t(name.size()));
+
+            QVERIFY(!handler_->SetIccSettingInfo(icc));
+        }
+
+        QCOMPARE(log.count(QtWarningMsg, QStringLiteral("refused")), 3);
+        const printerIccColorInfo *icc = handler_->GetIccSettingInfo();
+        QCOMPARE(text(icc->iccFilePath_RGB), QStringLiteral("Bex sRGB v4.icc"));
+        QCOMPARE(text(icc->iccFilePath_CMYK), QStringLiteral("Bex Coated CMYK.icc"));
+        QCOMPARE(text(icc->iccFilePath_OUTPUT), QStringLiteral("BexUV2513_Acrylic_720x900.icc"));
+    }
+
+    void iccNamesMayNameAFileInASubfolder()
+    {
+        const QString id = install(uv2513);
+        QVERIFY(select(id));
+        printerIccColorInfo *icc = handler_->GetIccSettingInfo();
+        std::strcpy(icc->iccFilePath_OUTPUT, "UV2513/Acrylic v2.icc");
+        QVERIFY(handler_->SetIccSettingInfo(icc));
+        QVERIFY(commitAndSelectAgain(id));
+
+        QCOMPARE(text(handler_->GetIccSettingInfo()->iccFilePath_OUTPUT),
+                 QStringLiteral("UV2513/Acrylic v2.icc"));
+    }
+
+    void channelNamesAreComparedAsTheirBytes()
+    {
+        // U+FFFD is what undecodable bytes become: a channel of that name
+        // must not take a record whose name bytes merely decode to it.
+        QJsonObject root = sampleDocument(uv1610);
+        QJsonArray channels = root.value(QStringLiteral("channels")).toArray();
+        QJsonObject last = channels.at(5).toObject();
+        last.insert(QStringLiteral("name"), QStringLiteral("\uFFFD"));
+        channels.replace(5, last);
+        root.insert(QStringLiteral("channels"), channels);
+        root.remove(QStringLiteral("combinations"));
+        QVERIFY(select(installDocument(QStringLiteral("replacement.prs"), root)));
+        printerChannelColorInfo *record = handler_->GetChannelColorInfo();
+        QCOMPARE(QByteArray(record->channels[5].iciName), QByteArray("\xEF\xBF\xBD"));
+        record->channels[5].iciMaxInk = 0.5;
+        QVERIFY(handler_->SetChannelColorInfo(record));
+
+        record = handler_->GetChannelColorInfo();
+        std::strcpy(record->channels[5].iciName, "\xFF");
+        record->channels[5].iciMaxInk = 0.25;
+        QVERIFY(!handler_->SetChannelColorInfo(record));
+        QCOMPARE(handler_->GetChannelColorInfo()->channels[5].iciMaxInk, 0.5);
+    }
+
+    void argumentsTheLocalEncodingCannotHoldAreRefused()
+    {
+        const QString id = install(uv2513);
+        const QByteArray registry = registryBytes();
+
+        QVERIFY(!handler_->RechristenDriverShowName(local(id).c_str(), "Bex \xff\xfe"));
+        QVERIFY(!handler_->AddPrinterDriverPrs("/tmp/\xff.prs", 0));
+        QVERIFY(!handler_->SelectPrinterDriverPrs("\xff", 0));
+
+        QCOMPARE(registryBytes(), registry);
+        QCOMPARE(list().first().showName, QStringLiteral("Bex UV2513 CMYK+W+V"));
+    }
+
     void oversizedFilesAndArgumentsAreRefused()
     {
         QByteArray huge = TestAppDir::readFile(QStringLiteral("dtp/driver/BexUV2513_CMYKWV.prs"));
@@ -755,23 +1102,152 @@ private slots:
         QVERIFY(!select(id));
     }
 
-    void damagedDriverListIsIgnoredAndLeftUntouched()
+    void damagedDriverListIsLeftInPlaceUntilTheNextChange()
     {
         install(uv2513);
         DestroyUIPrintParamsHandler(handler_);
+        handler_ = nullptr;
         const QByteArray damaged = "{\"format\": \"BexInstalledPrinterDrivers\", \"drivers\": [";
-        QFile file(SampleDriverFiles::registryPath());
-        QVERIFY(file.open(QIODevice::WriteOnly));
-        file.write(damaged);
-        file.close();
+        QVERIFY(TestAppDir::writeFile(QStringLiteral("dtp/BexUIPrintParamsProcessing.json"), damaged));
         LogCapture log;
 
         handler_ = CreateUIPrintParamsHandler();
 
         QVERIFY(handler_);
         QVERIFY(list().isEmpty());
+        QVERIFY(select(QStringLiteral("anything")) == false);
         QCOMPARE(registryBytes(), damaged);
-        QVERIFY(log.contains(QtCriticalMsg, QStringLiteral("installed driver list damaged")));
+        QCOMPARE(log.count(QtCriticalMsg, QStringLiteral("installed driver list damaged, ignored")), 1);
+        QVERIFY(!QFile::exists(SampleDriverFiles::registryPath() + QStringLiteral(".bad")));
+    }
+
+    void damagedDriverListIsKeptAsideBeforeTheNextInstall()
+    {
+        const QString a = install(uv2513);
+        const QString b = install(uv1610);
+        const QByteArray whole = registryBytes();
+        const QByteArray damaged = whole.left(whole.size() - 20);
+        DestroyUIPrintParamsHandler(handler_);
+        handler_ = nullptr;
+        QVERIFY(TestAppDir::writeFile(QStringLiteral("dtp/BexUIPrintParamsProcessing.json"), damaged));
+        LogCapture log;
+        handler_ = CreateUIPrintParamsHandler();
+
+        const QString c = install(uv3220);
+
+        // The list now holds what was installed since; the lost entries are
+        // in the kept file, byte for byte as they were.
+        QVERIFY(!c.isEmpty());
+        QCOMPARE(list().size(), 1);
+        QCOMPARE(list().first().id, c);
+        const QString kept = SampleDriverFiles::registryPath() + QStringLiteral(".bad");
+        QFile keptFile(kept);
+        QVERIFY(keptFile.open(QIODevice::ReadOnly));
+        const QByteArray keptBytes = keptFile.readAll();
+        QCOMPARE(keptBytes, damaged);
+        QVERIFY(keptBytes.contains(a.toUtf8()));
+        QVERIFY(keptBytes.contains(b.toUtf8()));
+        // The loss is reported once, and where it went once.
+        QCOMPARE(log.count(QtCriticalMsg, QStringLiteral("installed driver list damaged")), 1);
+        const auto keptLines = log.find(QtCriticalMsg, QStringLiteral("kept aside as"));
+        QCOMPARE(keptLines.size(), 1);
+        QVERIFY2(keptLines.first().message.contains(kept), qPrintable(keptLines.first().message));
+        QCOMPARE(keptLines.first().file, QStringLiteral("PrintParams/DriverRegistry"));
+
+        // Later changes write the new list only.
+        QVERIFY(handler_->RechristenDriverShowName(local(c).c_str(), "UV3220 车间"));
+        QVERIFY(handler_->DeletePrinterDriverPrs(local(c).c_str()));
+        QCOMPARE(log.count(QtCriticalMsg, QStringLiteral("kept aside")), 1);
+        QVERIFY(keptFile.seek(0));
+        QCOMPARE(keptFile.readAll(), damaged);
+        restartHandler();
+        QVERIFY(list().isEmpty());
+        QCOMPARE(log.count(QtCriticalMsg, QStringLiteral("installed driver list damaged")), 1);
+    }
+
+    void anEarlierKeptListIsNeverReplaced()
+    {
+        install(uv2513);
+        DestroyUIPrintParamsHandler(handler_);
+        handler_ = nullptr;
+        const QString registry = SampleDriverFiles::registryPath();
+        QVERIFY(
+            TestAppDir::writeFile(QStringLiteral("dtp/BexUIPrintParamsProcessing.json.bad"), "first loss"));
+        QVERIFY(TestAppDir::writeFile(QStringLiteral("dtp/BexUIPrintParamsProcessing.json"), "second loss"));
+        handler_ = CreateUIPrintParamsHandler();
+
+        QVERIFY(!install(uv1610).isEmpty());
+
+        QCOMPARE(TestAppDir::readFile(QStringLiteral("dtp/BexUIPrintParamsProcessing.json.bad")),
+                 QByteArray("first loss"));
+        QCOMPARE(TestAppDir::readFile(QStringLiteral("dtp/BexUIPrintParamsProcessing.json.bad.1")),
+                 QByteArray("second loss"));
+        QCOMPARE(list().size(), 1);
+        QVERIFY(QFile::exists(registry));
+    }
+
+    void unreadableDriverListIsKeptAsideToo()
+    {
+        // A folder where the list file should be cannot be read as a list.
+        QVERIFY(TestAppDir::remove(QStringLiteral("dtp/BexUIPrintParamsProcessing.json")));
+        QVERIFY(TestAppDir::writeFile(QStringLiteral("dtp/BexUIPrintParamsProcessing.json/inside"), "x"));
+        DestroyUIPrintParamsHandler(handler_);
+        LogCapture log;
+        handler_ = CreateUIPrintParamsHandler();
+        QCOMPARE(log.count(QtCriticalMsg, QStringLiteral("installed driver list damaged")), 1);
+
+        const QString id = install(uv2513);
+
+        QVERIFY(!id.isEmpty());
+        QCOMPARE(TestAppDir::readFile(QStringLiteral("dtp/BexUIPrintParamsProcessing.json.bad/inside")),
+                 QByteArray("x"));
+        restartHandler();
+        QCOMPARE(list().size(), 1);
+        QCOMPARE(list().first().id, id);
+    }
+
+    void prsPathsAreStoredAbsoluteAndComparedNormalised()
+    {
+        const QString clean = SampleDriverFiles::prsPath(uv2513);
+        const QString winding =
+            TestAppDir::filePath(QStringLiteral("dtp//bin/../driver/./BexUV2513_CMYKWV.prs"));
+        const printerInfoItem *item = handler_->AddPrinterDriverPrs(local(winding).c_str(), 0);
+        QVERIFY(item);
+        QCOMPARE(text(item->piiPrs), clean);
+        QCOMPARE(list().first().prs, clean);
+
+        // The same file by any other spelling is installed already; file
+        // names are compared ignoring case, as on Windows.
+        LogCapture log;
+        QVERIFY(!handler_->AddPrinterDriverPrs(local(clean).c_str(), 0));
+        QVERIFY(!handler_->AddPrinterDriverPrs(local(clean.toUpper()).c_str(), 0));
+        QVERIFY(!handler_->AddPrinterDriverPrs(local(clean + QStringLiteral("/.")).c_str(), 0));
+        QCOMPARE(log.count(QtWarningMsg, QStringLiteral("already installed")), 3);
+
+        // A relative path is taken against the working folder and stored
+        // absolute.
+        const QString previous = QDir::currentPath();
+        QVERIFY(QDir::setCurrent(TestAppDir::filePath(QStringLiteral("dtp"))));
+        item = handler_->AddPrinterDriverPrs("driver/BexUV1610_CMYKLcLm.prs", 0);
+        QVERIFY(QDir::setCurrent(previous));
+        QVERIFY(item);
+        QCOMPARE(text(item->piiPrs), SampleDriverFiles::prsPath(uv1610));
+        restartHandler();
+        QCOMPARE(list().size(), 2);
+        QCOMPARE(list().last().prs, SampleDriverFiles::prsPath(uv1610));
+        QVERIFY(select(list().last().id));
+    }
+
+    void deletedDriversFileCanBeInstalledAgain()
+    {
+        const QString id = install(uv2513);
+        QVERIFY(handler_->DeletePrinterDriverPrs(local(id).c_str()));
+
+        const QString again = install(uv2513);
+
+        QVERIFY(!again.isEmpty());
+        QVERIFY(again != id);
+        QCOMPARE(list().size(), 1);
     }
 
     void destroyingANullHandlerIsHarmless()

@@ -2,11 +2,11 @@
 
 #include "UI/SubWidget/InkOrderWidget.h"
 
+#include "PixelCount.h"
+
 #include <QColor>
 #include <QEvent>
-#include <QImage>
 #include <QObject>
-#include <QRect>
 #include <QString>
 #include <QVector>
 
@@ -23,39 +23,8 @@ inline InkOrderWidget::InkInfo ink(int inkId, int order, bool isOn, const QStrin
     return info;
 }
 
-// Number of pixels of exactly the given colour inside rect.
-inline int countPixels(const QImage &image, const QRect &rect, const QColor &color)
-{
-    const QRect area = rect.intersected(image.rect());
-    const QRgb wanted = color.rgba();
-    int count = 0;
-    for (int y = area.top(); y <= area.bottom(); ++y) {
-        for (int x = area.left(); x <= area.right(); ++x) {
-            if (image.pixel(x, y) == wanted)
-                ++count;
-        }
-    }
-    return count;
-}
-
-// Number of pixels inside rect whose red, green and blue each lie within
-// tolerance of the given colour's. Text is drawn anti-aliased, and how many of
-// its pixels get the exact text colour depends on the platform's rasteriser.
-inline int countPixelsNear(const QImage &image, const QRect &rect, const QColor &color, int tolerance)
-{
-    const QRect area = rect.intersected(image.rect());
-    int count = 0;
-    for (int y = area.top(); y <= area.bottom(); ++y) {
-        for (int x = area.left(); x <= area.right(); ++x) {
-            const QRgb pixel = image.pixel(x, y);
-            if (qAbs(qRed(pixel) - color.red()) <= tolerance &&
-                qAbs(qGreen(pixel) - color.green()) <= tolerance &&
-                qAbs(qBlue(pixel) - color.blue()) <= tolerance)
-                ++count;
-        }
-    }
-    return count;
-}
+using PixelCount::countPixels;
+using PixelCount::countPixelsNear;
 
 // Counts the paint events a widget receives.
 class PaintCounter : public QObject

@@ -1,11 +1,13 @@
-// Saves a picture of the extra option form with a job's options loaded, for
-// the documentation.
+// Saves pictures of the extra option form with a job's options loaded, in
+// Chinese and in English, for the documentation, with the look a host gives it.
 //   xvfb-run -a ./extraoption_screenshot docs/screenshots/extra-option-widget.png
+// writes extra-option-widget.png (Chinese) and extra-option-widget-en.png.
 
 #include "UI/SubWidget/ExtraOptionWidget.h"
 
+#include "ScreenshotSupport.h"
+
 #include <QApplication>
-#include <QTimer>
 
 #include <cstdio>
 
@@ -17,21 +19,18 @@ int main(int argc, char *argv[])
         std::fprintf(stderr, "usage: extraoption_screenshot <output.png>\n");
         return 2;
     }
+    if (!ScreenshotSupport::applyHostLook(app))
+        return 1;
 
-    ExtraOptionWidget widget(nullptr);
-    RipExtraOption option;
-    option.printMode = 1;
-    option.horizontalMirror = true;
-    widget.setExtraOption(option);
-    widget.show();
-
-    int result = 1;
-    QTimer::singleShot(0, &widget, [&]() {
-        result = widget.grab().save(args.at(1)) ? 0 : 1;
-        if (result != 0)
-            std::fprintf(stderr, "cannot write %s\n", qPrintable(args.at(1)));
-        QApplication::quit();
-    });
-    QApplication::exec();
-    return result;
+    bool ok = true;
+    for (const ScreenshotSupport::Language &language : ScreenshotSupport::languages()) {
+        const QString path = ScreenshotSupport::useLanguage(language, args.at(1));
+        ExtraOptionWidget widget(nullptr);
+        RipExtraOption option;
+        option.printMode = 1;
+        option.horizontalMirror = true;
+        widget.setExtraOption(option);
+        ok = ScreenshotSupport::saveWhenShown(&widget, path) && ok;
+    }
+    return ok ? 0 : 1;
 }

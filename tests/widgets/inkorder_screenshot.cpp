@@ -1,12 +1,14 @@
 // Saves a picture of the ink order widget with an eight-ink flatbed set, as
-// the property dialog shows it, for the documentation.
+// the property dialog shows it in a host, for the documentation. Ink names
+// are not translated: one picture serves both languages.
 //   xvfb-run -a ./inkorder_screenshot docs/screenshots/ink-order-widget.png
 
 #include "UI/SubWidget/InkOrderWidget.h"
 
+#include "ScreenshotSupport.h"
+
 #include <QApplication>
 #include <QLabel>
-#include <QTimer>
 #include <QVBoxLayout>
 
 #include <cstdio>
@@ -34,6 +36,8 @@ int main(int argc, char *argv[])
         std::fprintf(stderr, "usage: inkorder_screenshot <output.png>\n");
         return 2;
     }
+    if (!ScreenshotSupport::applyHostLook(app))
+        return 1;
 
     QWidget window;
     window.setWindowTitle(QStringLiteral("InkOrderWidget"));
@@ -54,15 +58,5 @@ int main(int argc, char *argv[])
                          ink(5, 6, false, "Lm", QColor(255, 224, 255)), ink(6, 0, true, "White", Qt::white),
                          ink(7, 7, false, "Varnish", Qt::white)});
     window.resize(520, window.sizeHint().height());
-    window.show();
-
-    int result = 1;
-    QTimer::singleShot(0, &window, [&]() {
-        result = window.grab().save(args.at(1)) ? 0 : 1;
-        if (result != 0)
-            std::fprintf(stderr, "cannot write %s\n", qPrintable(args.at(1)));
-        QApplication::quit();
-    });
-    QApplication::exec();
-    return result;
+    return ScreenshotSupport::saveWhenShown(&window, args.at(1)) ? 0 : 1;
 }

@@ -10,6 +10,7 @@
 
 #include <QHBoxLayout>
 #include <QMetaMethod>
+#include <QPainter>
 #include <QSignalSpy>
 #include <QTabBar>
 #include <QtTest>
@@ -178,9 +179,20 @@ void InkOrderWidgetTest::shouldSetUpAMovableTabBarPaintedByItsStyle()
     QCOMPARE(tabBar->sizePolicy().horizontalPolicy(), QSizePolicy::Preferred);
     QCOMPARE(tabBar->sizePolicy().verticalPolicy(), QSizePolicy::Preferred);
 
-    auto *style = qobject_cast<TabBarStyle *>(tabBar->style());
-    QVERIFY(style);
-    QCOMPARE(style->parent(), &widget);
+    // The widget owns one TabBarStyle. Whatever style the tab bar reports (Qt
+    // wraps it in a style-sheet style when the application has a style
+    // sheet), item texts drawn through it get the tab's ink fill.
+    QCOMPARE(widget.findChildren<TabBarStyle *>(QString(), Qt::FindDirectChildrenOnly).size(), 1);
+    widget.setInkInfos({ink(0, 0, true, QStringLiteral("C"), Qt::cyan)});
+    const QRect tab = tabBar->tabRect(0);
+    QImage image(tabBar->size(), QImage::Format_ARGB32);
+    image.fill(Qt::white);
+    {
+        QPainter painter(&image);
+        tabBar->style()->drawItemText(&painter, tab, Qt::AlignCenter, tabBar->palette(), true,
+                                      QStringLiteral("C"), QPalette::WindowText);
+    }
+    QVERIFY(countPixels(image, tab, Qt::cyan) > tab.width() * tab.height() / 2);
 
     auto *layout = qobject_cast<QHBoxLayout *>(widget.layout());
     QVERIFY(layout);

@@ -104,6 +104,10 @@ void InkOrderWidget::setInkInfos(const QVector<InkInfo> &inkInfos)
         tabBar_->setTabData(index, QVariant::fromValue(data));
         tabBar_->setTabTextColor(index, textColor(info.isOn, info.color));
     }
+    // A tab bar that is not shown yet does not tell its layout that its size
+    // changed with the new tabs; without this the widget keeps the height
+    // of an empty bar once its window opens.
+    tabBar_->updateGeometry();
 }
 
 void InkOrderWidget::setOffBackgroundColor(const QColor &color)

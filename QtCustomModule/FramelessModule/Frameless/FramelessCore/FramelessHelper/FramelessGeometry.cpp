@@ -1,6 +1,9 @@
 #include "FramelessGeometry.h"
 
+#include <QWidget>
+
 #include <algorithm>
+#include <cmath>
 
 namespace FramelessGeometry {
 
@@ -11,9 +14,9 @@ HitRegion borderRegion(const HitTestInput &in)
     const int b = in.borderWidth;
     const QPoint &p = in.borderPos;
     const bool left = p.x() < b;
-    const bool right = p.x() > in.windowSize.width() - b;
+    const bool right = p.x() > in.clientSize.width() - b;
     const bool top = p.y() < b;
-    const bool bottom = p.y() > in.windowSize.height() - b;
+    const bool bottom = p.y() > in.clientSize.height() - b;
 
     // Corners win where they overlap the edges.
     if (top && left)
@@ -57,6 +60,32 @@ HitRegion hitTest(const HitTestInput &in)
         return dummy.child == ChildUnderCursor::Other ? HitRegion::Client : HitRegion::Caption;
     }
     return HitRegion::Client;
+}
+
+QPoint pointFromLParam(qint64 lParam)
+{
+    const auto word = [](qint64 value) { return static_cast<int>(static_cast<qint16>(value & 0xffff)); };
+    return QPoint(word(lParam), word(lParam >> 16));
+}
+
+ClientCursor clientCursor(const QPoint &physicalPos, const QSize &physicalClientSize, qreal devicePixelRatio)
+{
+    ClientCursor cursor;
+    cursor.physicalPos = physicalPos;
+    cursor.physicalClientSize = physicalClientSize;
+    cursor.logicalPos =
+        QPoint(qRound(physicalPos.x() / devicePixelRatio), qRound(physicalPos.y() / devicePixelRatio));
+    return cursor;
+}
+
+QSize toPhysical(const QSize &logicalSize, qreal devicePixelRatio)
+{
+    const auto extent = [devicePixelRatio](int value) {
+        if (value >= QWIDGETSIZE_MAX)
+            return QWIDGETSIZE_MAX;
+        return static_cast<int>(std::min<qreal>(std::round(value * devicePixelRatio), QWIDGETSIZE_MAX));
+    };
+    return QSize(extent(logicalSize.width()), extent(logicalSize.height()));
 }
 
 bool isFixedSize(const QSize &minimumSize, const QSize &maximumSize)
@@ -127,6 +156,14 @@ Rect toRect(const QRect &rect)
     return Rect{rect.x(), rect.y(), rect.x() + rect.width(), rect.y() + rect.height()};
 }
 
+Rect toPhysical(const QRect &logicalArea, const QPoint &screenOrigin, qreal devicePixelRatio)
+{
+    const auto scaled = [devicePixelRatio](int distance) { return qRound(distance * devicePixelRatio); };
+    const int left = screenOrigin.x() + scaled(logicalArea.x() - screenOrigin.x());
+    const int top = screenOrigin.y() + scaled(logicalArea.y() - screenOrigin.y());
+    return Rect{left, top, left + scaled(logicalArea.width()), top + scaled(logicalArea.height())};
+}
+
 EdgeComparison compareEdges(const Rect &newRect, const Rect &oldRect)
 {
     EdgeComparison out;
@@ -154,12 +191,15 @@ EdgeComparison compareEdges(const Rect &newRect, const Rect &oldRect)
     return out;
 }
 
-Rect maximizedArea(bool fullScreen, const MonitorAreas *monitor, const QRect &screenVirtualGeometry,
-                   const QRect &screenAvailableGeometry)
+Rect maximizedArea(bool fullScreen, const MonitorAreas *monitor, const ScreenGeometry *screen,
+                   const Rect &proposed)
 {
     if (monitor)
         return fullScreen ? monitor->monitor : monitor->work;
-    return toRect(fullScreen ? screenVirtualGeometry : screenAvailableGeometry);
+    if (!screen)
+        return proposed;
+    return toPhysical(fullScreen ? screen->virtualGeometry : screen->availableGeometry,
+                      screen->geometry.topLeft(), screen->devicePixelRatio);
 }
 
 Rect maximizedRect(const Rect &proposed, const Rect &area, const QSize &minimumSize, const QSize &maximumSize)

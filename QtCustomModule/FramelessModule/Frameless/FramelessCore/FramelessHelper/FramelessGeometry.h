@@ -46,10 +46,13 @@ struct DummyTitleBar
 
 struct HitTestInput
 {
-    QSize windowSize;
-    // Cursor in window coordinates for the resize border.
+    // The window's client area and the cursor in it, tested against the
+    // resize border, in one unit: physical pixels for a native hit test,
+    // device-independent ones otherwise.
+    QSize clientSize;
     QPoint borderPos;
-    // Cursor in window coordinates for the drag areas.
+    // Cursor in the window's device-independent coordinates, tested against
+    // the widgets' geometry (title bar, its children, drag areas).
     QPoint pos;
     int borderWidth = 4;
     bool resizable = true;
@@ -66,6 +69,32 @@ struct HitTestInput
 
 // Decides border (corners before edges), caption or client.
 HitRegion hitTest(const HitTestInput &in);
+
+// The screen point a native mouse message carries in its lParam: x in the
+// low, y in the high 16-bit word, both signed, since monitors left of or
+// above the primary one have negative coordinates.
+QPoint pointFromLParam(qint64 lParam);
+
+// The cursor of a native hit test, once mapped into the window's client area.
+struct ClientCursor
+{
+    // Physical pixels from the client area's top-left corner, and the client
+    // area's physical size: the resize border is tested in these.
+    QPoint physicalPos;
+    QSize physicalClientSize;
+    // The same point in device-independent pixels, the unit of widget
+    // geometry: the title bar and the drag areas are tested with it.
+    QPoint logicalPos;
+};
+
+// The cursor from its client-area position and the client size, both in
+// physical pixels (as ScreenToClient and GetClientRect give them), for a
+// window drawn at the given device pixel ratio.
+ClientCursor clientCursor(const QPoint &physicalPos, const QSize &physicalClientSize, qreal devicePixelRatio);
+
+// A widget's size limit in physical pixels; an unbounded extent
+// (QWIDGETSIZE_MAX) stays unbounded.
+QSize toPhysical(const QSize &logicalSize, qreal devicePixelRatio);
 
 // A window whose minimum size is not below its maximum size cannot be resized.
 bool isFixedSize(const QSize &minimumSize, const QSize &maximumSize);
@@ -103,6 +132,11 @@ struct Rect
 
 Rect toRect(const QRect &rect);
 
+// A screen area in physical pixels from Qt's device-independent one. Qt keeps
+// a screen's top-left corner at its native position and scales the distances
+// from it, so the area is scaled about that corner.
+Rect toPhysical(const QRect &logicalArea, const QPoint &screenOrigin, qreal devicePixelRatio);
+
 // How the client area follows a native resize of a window that is not
 // maximised: which edges moved, and the new rectangle nudged by one pixel
 // where the window grew to the left or upwards.
@@ -126,11 +160,23 @@ struct MonitorAreas
     Rect work;
 };
 
-// The area a maximised window fills: the monitor for a full-screen window,
-// its work area otherwise; without monitor information the screen's virtual
-// or available geometry.
-Rect maximizedArea(bool fullScreen, const MonitorAreas *monitor, const QRect &screenVirtualGeometry,
-                   const QRect &screenAvailableGeometry);
+// A screen as Qt describes it, in device-independent pixels, and its ratio
+// to physical ones.
+struct ScreenGeometry
+{
+    QRect geometry;
+    QRect availableGeometry;
+    QRect virtualGeometry;
+    qreal devicePixelRatio = 1.0;
+};
+
+// The area a maximised window fills, in physical pixels: the monitor for a
+// full-screen window, its work area otherwise. Without monitor information
+// the window's screen stands in, its virtual geometry for a full-screen
+// window and its available geometry otherwise, brought into physical pixels;
+// without a screen either, the proposed rectangle stays.
+Rect maximizedArea(bool fullScreen, const MonitorAreas *monitor, const ScreenGeometry *screen,
+                   const Rect &proposed);
 
 // The rectangle of a maximised window: the area when the window may grow
 // that large, else the proposed rectangle unchanged.

@@ -102,10 +102,21 @@ Qt::WindowFlags FramelessHelper::framelessWindowFlags(Qt::WindowFlags flags, boo
     return flags;
 }
 
-FramelessGeometry::HitRegion FramelessHelper::hitTest(const QPoint &borderPos, const QPoint &pos) const
+FramelessGeometry::HitRegion FramelessHelper::hitTest(const QPoint &pos) const
+{
+    return hitTestAt(pos, window_->size(), pos);
+}
+
+FramelessGeometry::HitRegion FramelessHelper::hitTest(const FramelessGeometry::ClientCursor &cursor) const
+{
+    return hitTestAt(cursor.physicalPos, cursor.physicalClientSize, cursor.logicalPos);
+}
+
+FramelessGeometry::HitRegion FramelessHelper::hitTestAt(const QPoint &borderPos, const QSize &clientSize,
+                                                        const QPoint &pos) const
 {
     FramelessGeometry::HitTestInput in;
-    in.windowSize = window_->size();
+    in.clientSize = clientSize;
     in.borderPos = borderPos;
     in.pos = pos;
     in.borderWidth = borderWidth_;

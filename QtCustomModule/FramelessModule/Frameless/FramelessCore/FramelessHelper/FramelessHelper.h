@@ -41,10 +41,13 @@ public:
     virtual bool handleNativeEvent(const QByteArray &eventType, void *message, long *result,
                                    bool *handled) = 0;
 
-    // Gathers the window's state and asks the shared decision. borderPos is
-    // the cursor used for the resize border, pos the one for the drag
-    // areas, both in window coordinates.
-    FramelessGeometry::HitRegion hitTest(const QPoint &borderPos, const QPoint &pos) const;
+    // Gathers the window's state and asks the shared decision for a cursor
+    // at pos, in the window's device-independent coordinates.
+    FramelessGeometry::HitRegion hitTest(const QPoint &pos) const;
+    // The same for the cursor of a native hit test: the resize border is
+    // tested in physical pixels against the physical client size, the
+    // widgets with the cursor's device-independent position.
+    FramelessGeometry::HitRegion hitTest(const FramelessGeometry::ClientCursor &cursor) const;
 
     // The flags every frameless window gets; a dialog has no maximize button.
     static Qt::WindowFlags framelessWindowFlags(Qt::WindowFlags flags, bool isDialog);
@@ -55,6 +58,9 @@ private slots:
     void on_dummyTitleBarDestroyed();
 
 private:
+    FramelessGeometry::HitRegion hitTestAt(const QPoint &borderPos, const QSize &clientSize,
+                                           const QPoint &pos) const;
+
     QWidget *window_ = nullptr;
     QWidget *titleBar_ = nullptr;
     QSet<QWidget *> ignoredTitleBarSubWidgets_;

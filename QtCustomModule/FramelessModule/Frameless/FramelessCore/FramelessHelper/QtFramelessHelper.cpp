@@ -98,7 +98,7 @@ bool QtFramelessHelper::handleMouseEvent(QMouseEvent *event)
         }
         return false;
     case QEvent::MouseButtonDblClick: {
-        if (event->button() != Qt::LeftButton || hitTest(event->pos(), event->pos()) != HitRegion::Caption)
+        if (event->button() != Qt::LeftButton || hitTest(event->pos()) != HitRegion::Caption)
             return false;
         endDrag();
         if (isResizable()) {
@@ -118,7 +118,7 @@ bool QtFramelessHelper::handlePress(QMouseEvent *event)
 {
     if (event->button() != Qt::LeftButton)
         return false;
-    const HitRegion region = hitTest(event->pos(), event->pos());
+    const HitRegion region = hitTest(event->pos());
     if (region == HitRegion::Client)
         return false;
 
@@ -143,7 +143,7 @@ bool QtFramelessHelper::handleMove(QMouseEvent *event)
 {
     if (drag_ == Drag::None) {
         if (event->buttons() == Qt::NoButton)
-            updateCursor(hitTest(event->pos(), event->pos()));
+            updateCursor(hitTest(event->pos()));
         return false;
     }
     if (!(event->buttons() & Qt::LeftButton)) {

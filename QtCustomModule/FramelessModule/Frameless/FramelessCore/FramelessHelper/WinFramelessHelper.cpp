@@ -10,9 +10,6 @@
 #include <QWindow>
 
 #include <dwmapi.h>
-#include <windowsx.h>
-
-#include <cmath>
 
 using FramelessGeometry::HitRegion;
 
@@ -48,6 +45,30 @@ LONG_PTR hitCode(HitRegion region)
 FramelessGeometry::Rect fromRECT(const RECT &r)
 {
     return FramelessGeometry::Rect{r.left, r.top, r.right, r.bottom};
+}
+
+// Makes Windows re-read a window's styles: a change of GWL_STYLE takes
+// effect only once the frame is recalculated.
+void applyChangedStyle(HWND hwnd)
+{
+    ::SetWindowPos(hwnd, nullptr, 0, 0, 0, 0,
+                   SWP_FRAMECHANGED | SWP_NOMOVE | SWP_NOSIZE | SWP_NOZORDER | SWP_NOOWNERZORDER |
+                       SWP_NOACTIVATE);
+}
+
+// A window's size limits in physical pixels, the unit of the native
+// messages; Qt keeps them in device-independent ones.
+struct PhysicalLimits
+{
+    QSize minimum;
+    QSize maximum;
+};
+
+PhysicalLimits physicalLimits(const QWidget *window)
+{
+    const qreal ratio = window->devicePixelRatioF();
+    return PhysicalLimits{FramelessGeometry::toPhysical(window->minimumSize(), ratio),
+                          FramelessGeometry::toPhysical(window->maximumSize(), ratio)};
 }
 
 RECT toRECT(const FramelessGeometry::Rect &r)
@@ -97,8 +118,10 @@ void WinFramelessHelper::setWindowFlags(Qt::WindowFlags flags)
         style &= ~WS_MINIMIZEBOX;
     style &= ~WS_SYSMENU;
     style |= WS_CAPTION | WS_THICKFRAME;
-    if (style != oldStyle)
+    if (style != oldStyle) {
         ::SetWindowLongW(hwnd_, GWL_STYLE, style);
+        applyChangedStyle(hwnd_);
+    }
 }
 
 void WinFramelessHelper::updateNativeStyle()
@@ -117,14 +140,15 @@ void WinFramelessHelper::updateNativeStyle()
     const MARGINS margins = {1, 1, 1, 1};
     ::DwmExtendFrameIntoClientArea(hwnd_, &margins);
 
-    // Let the new style take effect.
-    window()->setVisible(window()->isVisible());
+    applyChangedStyle(hwnd_);
 }
 
 bool WinFramelessHelper::eventFilter(QObject *watched, QEvent *event)
 {
     if (watched == window() && event->type() == QEvent::WinIdChange) {
-        hwnd_ = reinterpret_cast<HWND>(window()->winId());
+        // internalWinId(): the handle may be going away, and winId() would
+        // create a new one.
+        hwnd_ = reinterpret_cast<HWND>(window()->internalWinId());
         BEX_DEBUG(lcFrameless) << "native window handle changed";
         updateNativeStyle();
         setWindowFlags(window()->windowFlags());
@@ -151,8 +175,10 @@ bool WinFramelessHelper::handleNativeEvent(const QByteArray &, void *message, lo
 
 bool WinFramelessHelper::handleSize(MSG *msg, bool *handled)
 {
+    // The message's client size is in physical pixels.
+    const PhysicalLimits limits = physicalLimits(window());
     const QSize size = FramelessGeometry::clampSize(QSize(LOWORD(msg->lParam), HIWORD(msg->lParam)),
-                                                    window()->minimumSize(), window()->maximumSize());
+                                                    limits.minimum, limits.maximum);
     msg->lParam = MAKELPARAM(size.width(), size.height());
     // Qt goes on with the corrected size.
     *handled = false;
@@ -212,13 +238,22 @@ bool WinFramelessHelper::handleNcCalcSize(MSG *msg, long *result, bool *handled)
         areas.monitor = fromRECT(info.rcMonitor);
         areas.work = fromRECT(info.rcWork);
     }
+    // Everything in the message is in physical pixels; the screen's areas
+    // and the window's limits are brought into them.
+    FramelessGeometry::ScreenGeometry screenGeometry;
     QScreen *screen = window()->screen();
-    const QRect virtualGeometry = screen ? screen->virtualGeometry() : QRect();
-    const QRect availableGeometry = screen ? screen->availableGeometry() : QRect();
-    const FramelessGeometry::Rect area = FramelessGeometry::maximizedArea(
-        window()->isFullScreen(), haveMonitor ? &areas : nullptr, virtualGeometry, availableGeometry);
-    params->rgrc[0] = toRECT(
-        FramelessGeometry::maximizedRect(proposed, area, window()->minimumSize(), window()->maximumSize()));
+    if (screen) {
+        screenGeometry.geometry = screen->geometry();
+        screenGeometry.availableGeometry = screen->availableGeometry();
+        screenGeometry.virtualGeometry = screen->virtualGeometry();
+        screenGeometry.devicePixelRatio = screen->devicePixelRatio();
+    }
+    const FramelessGeometry::Rect area =
+        FramelessGeometry::maximizedArea(window()->isFullScreen(), haveMonitor ? &areas : nullptr,
+                                         screen ? &screenGeometry : nullptr, proposed);
+    const PhysicalLimits limits = physicalLimits(window());
+    params->rgrc[0] =
+        toRECT(FramelessGeometry::maximizedRect(proposed, area, limits.minimum, limits.maximum));
     *result = WVR_REDRAW;
     return true;
 }
@@ -226,12 +261,20 @@ bool WinFramelessHelper::handleNcCalcSize(MSG *msg, long *result, bool *handled)
 bool WinFramelessHelper::handleNcHitTest(MSG *msg, long *result)
 {
     *result = HTCLIENT;
-    // The border is tested in the message's own physical pixels, the drag
-    // areas in device-independent ones.
-    const QPoint physical(GET_X_LPARAM(msg->lParam), GET_Y_LPARAM(msg->lParam));
-    const qreal ratio = window()->devicePixelRatioF();
-    const QPoint logical(qRound(physical.x() / ratio), qRound(physical.y() / ratio));
-    const HitRegion region = hitTest(window()->mapFromGlobal(physical), window()->mapFromGlobal(logical));
+    // The message's screen point, in physical pixels on any monitor, is
+    // taken into the client area by Windows itself; the border is tested
+    // there against the physical client size, and only the widgets'
+    // geometry is asked in device-independent pixels.
+    const QPoint screenPos = FramelessGeometry::pointFromLParam(static_cast<qint64>(msg->lParam));
+    POINT point;
+    point.x = screenPos.x();
+    point.y = screenPos.y();
+    RECT client;
+    if (!::ScreenToClient(msg->hwnd, &point) || !::GetClientRect(msg->hwnd, &client))
+        return false;
+    const HitRegion region = hitTest(FramelessGeometry::clientCursor(
+        QPoint(point.x, point.y), QSize(client.right - client.left, client.bottom - client.top),
+        window()->devicePixelRatioF()));
     *result = static_cast<long>(hitCode(region));
     return region != HitRegion::Client;
 }

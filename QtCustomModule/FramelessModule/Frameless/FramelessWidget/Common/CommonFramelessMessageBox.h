@@ -78,9 +78,9 @@ public:
     // Runs the box; every negative result, and a box destroyed while it
     // runs, gives -1.
     int exec() override;
-
-    // Escape and a close request from the window manager end the box with
-    // -1, like its title-bar close button.
+    // Escape and a close by the window manager answer "no" (-1), like the
+    // title bar's close button, never the first button: a box that asks
+    // before deleting or replacing files must not agree by a key press.
     void reject() override;
 
 private:

@@ -1,0 +1,770 @@
+#include "UI/PrinterDriverPackageHelper.h"
+
+#include "Common/Logging.h"
+#include "Config/PrinterDriverConfig.h"
+#include "TempPrsFileName.h"
+#include "UI/PrinterDriverManager.h"
+
+#include "FramelessWidget/Common/CommonFramelessMessageBox.h"
+
+#include <IUIPrintParamsHandler.h>
+
+#include <QApplication>
+#include <QCoreApplication>
+#include <QDateTime>
+#include <QDir>
+#include <QDirIterator>
+#include <QFile>
+#include <QFileInfo>
+#include <QProcess>
+#include <QSet>
+#include <QVector>
+
+#include <array>
+#include <atomic>
+#include <cstdint>
+#include <list>
+#include <string>
+
+#ifdef Q_OS_WIN
+#include <qt_windows.h>
+#else
+#include <sys/stat.h>
+#endif
+
+namespace {
+
+// Every combination of resolution, paper and ink is selected once while the
+// profiles are collected. A driver whose counts multiply beyond this is not
+// a driver a printer can have, and walking it would freeze the host.
+constexpr qint64 kMaxEnumCombinations = 1 << 20;
+
+// The longest file name component most file systems hold, in bytes.
+constexpr int kMaxComponentBytes = 255;
+
+std::atomic<std::uint32_t> workFolderCounter{0};
+
+// "<pid>_<call counter>_<UTC ms>/" below tempDir + kind ("export/", "import/").
+QString makeWorkFolder(const QString &tempDir, const QString &kind)
+{
+    const std::uint32_t number = workFolderCounter.fetch_add(1);
+    const qint64 now = QDateTime::currentDateTimeUtc().toMSecsSinceEpoch();
+    return tempDir + kind +
+           QStringLiteral("%1_%2_%3").arg(cachedProcessId(), 0, 10).arg(number, 0, 10).arg(now, 0, 10) +
+           QLatin1Char('/');
+}
+
+// A fixed text field of a handler record, read up to its zero but never past
+// its end.
+template <std::size_t N>
+QString fieldText(const char (&field)[N])
+{
+    std::size_t length = 0;
+    while (length < N && field[length] != '\0')
+        ++length;
+    return QString::fromLocal8Bit(field, int(length));
+}
+
+QString withTrailingSlash(QString root)
+{
+    root.replace(QLatin1Char('\\'), QLatin1Char('/'));
+    if (!root.endsWith(QLatin1Char('/')))
+        root.append(QLatin1Char('/'));
+    return root;
+}
+
+// Shows the wait cursor while the archiver runs, and restores it however
+// the run ends.
+class WaitCursor
+{
+public:
+    WaitCursor()
+        : active_(qobject_cast<QApplication *>(QCoreApplication::instance()) != nullptr)
+    {
+        if (active_)
+            QApplication::setOverrideCursor(Qt::WaitCursor);
+    }
+    ~WaitCursor()
+    {
+        if (active_)
+            QApplication::restoreOverrideCursor();
+    }
+    WaitCursor(const WaitCursor &) = delete;
+    WaitCursor &operator=(const WaitCursor &) = delete;
+
+private:
+    bool active_;
+};
+
+struct ArchiverRun
+{
+    bool started = false;
+    int exitCode = -1;
+    QByteArray output;
+};
+
+// Runs the archiver and waits for it without a time limit, on the calling
+// thread. Its input is closed, so a question it asks (a password, a name
+// that appears twice) ends the run instead of waiting forever.
+ArchiverRun runArchiver(const QString &program, const QStringList &arguments, bool keepOutput)
+{
+    const WaitCursor waitCursor;
+    QProcess process;
+    process.setProgram(program);
+    process.setArguments(arguments);
+    process.setStandardInputFile(QProcess::nullDevice());
+    if (keepOutput) {
+        process.setProcessChannelMode(QProcess::SeparateChannels);
+    } else {
+        // Progress lines are of no use to anyone; errors still reach the
+        // host's error output.
+        process.setStandardOutputFile(QProcess::nullDevice());
+        process.setProcessChannelMode(QProcess::ForwardedErrorChannel);
+    }
+    ArchiverRun run;
+    process.start();
+    if (!process.waitForStarted(-1)) {
+        BEX_WARNING(lcManager) << "archiver could not be started -" << process.errorString();
+        return run;
+    }
+    run.started = true;
+    process.waitForFinished(-1);
+    run.exitCode = process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1;
+    if (keepOutput)
+        run.output = process.readAllStandardOutput();
+    return run;
+}
+
+// How a path in the working folder or in "dtp/" is seen without following
+// links.
+enum class NodeKind
+{
+    Missing,
+    File,
+    Directory,
+    Link,
+    HardLinkedFile,
+    Other
+};
+
+NodeKind nodeKind(const QString &path)
+{
+#ifdef Q_OS_WIN
+    const std::wstring native = QDir::toNativeSeparators(path).toStdWString();
+    const DWORD attributes = GetFileAttributesW(native.c_str());
+    if (attributes == INVALID_FILE_ATTRIBUTES)
+        return NodeKind::Missing;
+    if (attributes & FILE_ATTRIBUTE_REPARSE_POINT)
+        return NodeKind::Link;
+    if (attributes & FILE_ATTRIBUTE_DIRECTORY)
+        return NodeKind::Directory;
+    HANDLE file = CreateFileW(native.c_str(), 0, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
+                              nullptr, OPEN_EXISTING, FILE_FLAG_OPEN_REPARSE_POINT, nullptr);
+    if (file == INVALID_HANDLE_VALUE)
+        return NodeKind::Other;
+    BY_HANDLE_FILE_INFORMATION info = {};
+    const bool known = GetFileInformationByHandle(file, &info) != 0;
+    CloseHandle(file);
+    if (!known)
+        return NodeKind::Other;
+    return info.nNumberOfLinks > 1 ? NodeKind::HardLinkedFile : NodeKind::File;
+#else
+    const QByteArray native = QFile::encodeName(path);
+    struct stat status = {};
+    if (::lstat(native.constData(), &status) != 0)
+        return NodeKind::Missing;
+    if (S_ISLNK(status.st_mode))
+        return NodeKind::Link;
+    if (S_ISDIR(status.st_mode))
+        return NodeKind::Directory;
+    if (!S_ISREG(status.st_mode))
+        return NodeKind::Other;
+    return status.st_nlink > 1 ? NodeKind::HardLinkedFile : NodeKind::File;
+#endif
+}
+
+// One entry of the archiver's technical listing ("l -slt").
+struct ListedEntry
+{
+    QString path;
+    QString attributes;
+    bool link = false;
+};
+
+// Reads the archiver's technical listing. Returns false when a line does not
+// have the "key = value" form it expects inside the entry blocks, which a
+// name with a line break in it would cause.
+bool parseListing(const QByteArray &output, QString &archiveType, QVector<ListedEntry> &entries)
+{
+    const QList<QByteArray> lines = output.split('\n');
+    bool inEntries = false;
+    bool inEntry = false;
+    for (QByteArray line : lines) {
+        if (line.endsWith('\r'))
+            line.chop(1);
+        if (!inEntries) {
+            if (line == "----------")
+                inEntries = true;
+            else if (line.startsWith("Type = ") && archiveType.isEmpty())
+                archiveType = QString::fromUtf8(line.mid(7));
+            continue;
+        }
+        if (line.isEmpty()) {
+            inEntry = false;
+            continue;
+        }
+        const int equals = line.indexOf(" = ");
+        const int bareEquals = line.endsWith(" =") ? line.size() - 2 : -1;
+        const int split = equals >= 0 ? equals : bareEquals;
+        if (split <= 0)
+            return false;
+        const QByteArray key = line.left(split);
+        const QString value = QString::fromUtf8(line.mid(split + 3));
+        if (key == "Path") {
+            entries.append(ListedEntry{value, QString(), false});
+            inEntry = true;
+            continue;
+        }
+        if (!inEntry)
+            continue;
+        ListedEntry &entry = entries.last();
+        if (key == "Attributes")
+            entry.attributes = value;
+        else if ((key == "Symbolic Link" || key == "Hard Link" || key == "Link") && !value.isEmpty())
+            entry.link = true;
+    }
+    return inEntries;
+}
+
+// The Unix type letter in a listed entry's attributes ("D drwxr-xr-x",
+// " -rw-r--r--", " lrwxrwxrwx"), or 0 when the attributes carry none.
+QChar unixTypeLetter(const QString &attributes)
+{
+    const QStringList words = attributes.split(QLatin1Char(' '), Qt::SkipEmptyParts);
+    for (const QString &word : words) {
+        if (word.size() == 10 && (word.endsWith(QLatin1Char('x')) || word.endsWith(QLatin1Char('-')) ||
+                                  word.endsWith(QLatin1Char('t')) || word.endsWith(QLatin1Char('T'))))
+            return word.at(0);
+    }
+    return QChar();
+}
+
+// Why a listed entry may not be unpacked, or an empty text.
+QString listedEntryRefusal(const ListedEntry &entry)
+{
+    const QString reason = PrinterDriverPackageHelper::entryRefusalReason(entry.path);
+    if (!reason.isEmpty())
+        return reason;
+    const QChar type = unixTypeLetter(entry.attributes);
+    if (entry.link || type == QLatin1Char('l'))
+        return QStringLiteral("link");
+    if (!type.isNull() && type != QLatin1Char('-') && type != QLatin1Char('d') && type != QLatin1Char('0'))
+        return QStringLiteral("not a file or folder");
+    return QString();
+}
+
+bool isReservedWindowsName(const QString &component)
+{
+    static const QStringList reserved = {
+        QStringLiteral("CON"),  QStringLiteral("PRN"),  QStringLiteral("AUX"),  QStringLiteral("NUL"),
+        QStringLiteral("COM1"), QStringLiteral("COM2"), QStringLiteral("COM3"), QStringLiteral("COM4"),
+        QStringLiteral("COM5"), QStringLiteral("COM6"), QStringLiteral("COM7"), QStringLiteral("COM8"),
+        QStringLiteral("COM9"), QStringLiteral("LPT1"), QStringLiteral("LPT2"), QStringLiteral("LPT3"),
+        QStringLiteral("LPT4"), QStringLiteral("LPT5"), QStringLiteral("LPT6"), QStringLiteral("LPT7"),
+        QStringLiteral("LPT8"), QStringLiteral("LPT9")};
+    const QString stem = component.section(QLatin1Char('.'), 0, 0).trimmed();
+    return reserved.contains(stem, Qt::CaseInsensitive);
+}
+
+QString componentRefusalReason(const QString &component)
+{
+    if (component.isEmpty())
+        return QStringLiteral("empty name");
+    if (component == QLatin1String(".") || component == QLatin1String(".."))
+        return QStringLiteral("relative folder \"%1\"").arg(component);
+    for (const QChar c : component) {
+        const ushort code = c.unicode();
+        if (code < 0x20 || code == 0x7f)
+            return QStringLiteral("control character");
+        if (QStringLiteral("<>:\"|?*\\").contains(c))
+            return QStringLiteral("character '%1' that file systems cannot hold").arg(c);
+        if (code == 0xfffd)
+            return QStringLiteral("name that is not valid text");
+    }
+    if (component.endsWith(QLatin1Char('.')) || component.endsWith(QLatin1Char(' ')))
+        return QStringLiteral("name ending in a dot or a space");
+    if (isReservedWindowsName(component))
+        return QStringLiteral("reserved device name");
+    if (component.toUtf8().size() > kMaxComponentBytes)
+        return QStringLiteral("name longer than %1 bytes").arg(kMaxComponentBytes);
+    return QString();
+}
+
+// A file of the unpacked package and where it goes.
+struct ImportFile
+{
+    QString source;
+    QString destination;
+    bool isPrs = false;
+};
+
+} // namespace
+
+PrinterDriverPackageHelper::PrinterDriverPackageHelper(QWidget *parent)
+    : parent_(parent)
+{}
+
+QString PrinterDriverPackageHelper::archiverPath()
+{
+#ifdef Q_OS_WIN
+    return QCoreApplication::applicationDirPath() + QStringLiteral("/7z.exe");
+#else
+    return QCoreApplication::applicationDirPath() + QStringLiteral("/7z");
+#endif
+}
+
+QString PrinterDriverPackageHelper::obtainDstFilePath(const QString &srcFilePath, const QString &srcRoot,
+                                                      const QString &dstRoot)
+{
+    const QString source = withTrailingSlash(srcRoot);
+    const QString destination = withTrailingSlash(dstRoot);
+    QString path = srcFilePath;
+    path.replace(QLatin1Char('\\'), QLatin1Char('/'));
+    if (!path.startsWith(source, Qt::CaseInsensitive)) {
+        BEX_CRITICAL(lcManager) << "check your code!" << srcFilePath << srcRoot;
+        return QString();
+    }
+    // The part below the root must stay below it: "." and ".." would let a
+    // name reported by the library or found in a package climb out.
+    const QString relative = path.mid(source.size());
+    const QStringList components = relative.split(QLatin1Char('/'));
+    for (const QString &component : components) {
+        if (component.isEmpty() || component == QLatin1String(".") || component == QLatin1String("..")) {
+            BEX_CRITICAL(lcManager) << "check your code!" << srcFilePath << srcRoot;
+            return QString();
+        }
+    }
+    return destination + relative;
+}
+
+QString PrinterDriverPackageHelper::entryRefusalReason(const QString &relativePath)
+{
+    if (relativePath.isEmpty())
+        return QStringLiteral("empty name");
+    if (relativePath.startsWith(QLatin1Char('/')) || relativePath.startsWith(QLatin1Char('\\')))
+        return QStringLiteral("absolute path");
+    if (relativePath.size() >= 2 && relativePath.at(1) == QLatin1Char(':') && relativePath.at(0).isLetter())
+        return QStringLiteral("drive letter");
+    const QStringList components = relativePath.split(QLatin1Char('/'));
+    for (const QString &component : components) {
+        const QString reason = componentRefusalReason(component);
+        if (!reason.isEmpty())
+            return reason;
+    }
+    return QString();
+}
+
+bool PrinterDriverPackageHelper::readDriverInfo(const QString &driverId, Package &package)
+{
+    IUIPrintParamsHandler *handler = PrinterDriverManager::instance()->getHandler();
+    if (!handler) {
+        BEX_CRITICAL(lcManager) << "handler is nullptr";
+        return false;
+    }
+    const std::string id = driverId.toLocal8Bit().toStdString();
+    if (!handler->SelectPrinterDriverPrs(id.c_str(), 0)) {
+        BEX_CRITICAL(lcManager) << "SelectPrinterDriverPrs failed";
+        return false;
+    }
+    const std::shared_ptr<PrinterDriverConfig> config = PrinterDriverConfig::instance();
+    const char *pdvName = handler->GetCurDriverPdvName();
+    const QString pdvFilePath = config->driverDir() + (pdvName ? QString::fromLocal8Bit(pdvName) : QString());
+    if (!pdvName || !QFileInfo(pdvFilePath).isFile()) {
+        BEX_CRITICAL(lcManager) << "pdv is not existed -" << pdvFilePath;
+        return false;
+    }
+    BEX_DEBUG(lcManager) << "pdvFilePath:" << pdvFilePath;
+    package.pdvFilePath = pdvFilePath;
+
+    // The keys and value counts of the selected resolution, paper and ink.
+    struct Level
+    {
+        QString key;
+        int count = 0;
+        std::uint32_t enumId = 0;
+        bool found = false;
+    };
+    std::array<Level, 3> levels;
+    const std::array<std::int32_t, 3> kinds = {kEnumKindResolution, kEnumKindPaper, kEnumKindInk};
+    for (std::size_t k = 0; k < kinds.size(); ++k) {
+        const printerEnumItem *item = handler->GetSelectEnumItem(kinds[k]);
+        if (!item) {
+            BEX_CRITICAL(lcManager) << "GetSelectEnumItem failed -" << kinds[k];
+            return false;
+        }
+        levels[k].key = fieldText(item->key);
+        levels[k].count = qMax(0, item->valueSize);
+    }
+    if (levels[0].key == levels[1].key || levels[0].key == levels[2].key || levels[1].key == levels[2].key) {
+        BEX_CRITICAL(lcManager) << "resolution, paper and ink do not have three keys";
+        return false;
+    }
+    std::list<printerEnumItem *> items;
+    handler->GetAllEnumItemList(items);
+    for (const printerEnumItem *item : items) {
+        if (!item)
+            continue;
+        const QString key = fieldText(item->key);
+        for (Level &level : levels) {
+            if (level.key == key && !level.found) {
+                level.enumId = item->enumId;
+                level.found = true;
+                BEX_DEBUG(lcManager) << "enumId:" << item->enumId << "is common property";
+            }
+        }
+    }
+    for (const Level &level : levels) {
+        if (!level.found) {
+            BEX_CRITICAL(lcManager) << "enum not listed -" << level.key;
+            return false;
+        }
+    }
+    const qint64 combinations = qint64(levels[0].count) * levels[1].count * levels[2].count;
+    if (combinations > kMaxEnumCombinations) {
+        BEX_CRITICAL(lcManager) << "too many enum combinations -" << combinations;
+        return false;
+    }
+
+    const auto select = [handler](const Level &level, int index) {
+        if (handler->SetEnumItem(level.enumId, index))
+            return true;
+        BEX_CRITICAL(lcManager) << "SetEnumItem failed -" << level.enumId << index;
+        return false;
+    };
+    const auto collect = [&config, &package](const printerIccColorInfo &info) {
+        const QString rgb = fieldText(info.iccFilePath_RGB);
+        const QString cmyk = fieldText(info.iccFilePath_CMYK);
+        const QString output = fieldText(info.iccFilePath_OUTPUT);
+        if (!rgb.isEmpty()) {
+            package.rgbIccFilePaths.append(config->iccRgbDir() + rgb);
+            BEX_DEBUG(lcManager) << "iccFilePath_RGB:" << package.rgbIccFilePaths.last();
+        }
+        if (!cmyk.isEmpty()) {
+            package.cmykIccFilePaths.append(config->iccCmykDir() + cmyk);
+            BEX_DEBUG(lcManager) << "iccFilePath_CMYK:" << package.cmykIccFilePaths.last();
+        }
+        if (!output.isEmpty()) {
+            package.outputIccFilePaths.append(config->iccOutputDir() + output);
+            BEX_DEBUG(lcManager) << "iccFilePath_OUTPUT:" << package.outputIccFilePaths.last();
+        }
+    };
+    for (int i = 0; i < levels[0].count; ++i) {
+        if (!select(levels[0], i))
+            return false;
+        for (int j = 0; j < levels[1].count; ++j) {
+            if (!select(levels[1], j))
+                return false;
+            for (int k = 0; k < levels[2].count; ++k) {
+                if (!select(levels[2], k))
+                    return false;
+                if (const printerIccColorInfo *info = handler->GetIccSettingInfo())
+                    collect(*info);
+            }
+        }
+    }
+    return true;
+}
+
+bool PrinterDriverPackageHelper::encode(const QString &packageFilePath, const QString &workDir,
+                                        const Package &package)
+{
+    const std::shared_ptr<PrinterDriverConfig> config = PrinterDriverConfig::instance();
+    const QString driverWorkDir =
+        withTrailingSlash(workDir) + QFileInfo(package.prsFilePath).baseName() + QLatin1Char('/');
+    QStringList files = {package.prsFilePath, package.pdvFilePath};
+    files << package.rgbIccFilePaths << package.cmykIccFilePaths << package.outputIccFilePaths;
+    for (const QString &file : qAsConst(files)) {
+        const QString destination = obtainDstFilePath(file, config->dtpDir(), driverWorkDir);
+        if (destination.isEmpty())
+            return false;
+        if (!QDir().mkpath(QFileInfo(destination).absolutePath())) {
+            BEX_CRITICAL(lcManager) << "目录创建失败" << QFileInfo(destination).absolutePath();
+            return false;
+        }
+        if (QFileInfo::exists(destination))
+            continue;
+        if (!QFile::copy(file, destination)) {
+            BEX_CRITICAL(lcManager) << "copy failed -" << file << destination;
+            return false;
+        }
+    }
+
+    const QString program = archiverPath();
+    BEX_DEBUG(lcManager) << "program:" << program;
+    // The archiver adds to an archive that exists already, so it writes a new
+    // file beside the chosen one, which that file is replaced with only once
+    // the archive is complete: an old package is never mixed into the new one
+    // and is kept when the archiver fails.
+    const QString partialPath = packageFilePath + QStringLiteral(".partial");
+    QFile::remove(partialPath);
+    runArchiver(program, {QStringLiteral("a"), QStringLiteral("-tzip"), partialPath, driverWorkDir}, false);
+    if (QFileInfo(partialPath).isFile()) {
+        QFile::remove(packageFilePath);
+        if (!QFile::rename(partialPath, packageFilePath))
+            BEX_CRITICAL(lcManager) << "package could not be moved into place -" << packageFilePath;
+    }
+    return true;
+}
+
+bool PrinterDriverPackageHelper::exportPackage(const QString &packageFilePath, const QString &prsFilePath,
+                                               const QString &driverId)
+{
+    BEX_DEBUG(lcManager) << "packageFilePath:" << packageFilePath << "prsFilePath:" << prsFilePath
+                         << "driverId:" << driverId;
+    Package package;
+    package.prsFilePath = prsFilePath;
+    if (!readDriverInfo(driverId, package))
+        return false;
+    const QString workDir =
+        makeWorkFolder(PrinterDriverConfig::instance()->tempDir(), QStringLiteral("export/"));
+    if (!encode(packageFilePath, workDir, package))
+        return false;
+    QDir(workDir).removeRecursively();
+    return true;
+}
+
+namespace {
+
+// Checks the archive's listing before anything is unpacked, so that the
+// archiver is never asked to write a refused entry.
+bool checkListing(const QString &program, const QString &packageFilePath)
+{
+    const ArchiverRun run = runArchiver(
+        program, {QStringLiteral("l"), QStringLiteral("-slt"), QStringLiteral("-sccUTF-8"), packageFilePath},
+        true);
+    if (!run.started || run.exitCode != 0) {
+        BEX_CRITICAL(lcManager) << "package cannot be read -" << packageFilePath << "exit code"
+                                << run.exitCode;
+        return false;
+    }
+    QString type;
+    QVector<ListedEntry> entries;
+    if (!parseListing(run.output, type, entries)) {
+        BEX_CRITICAL(lcManager) << "package listing not understood -" << packageFilePath;
+        return false;
+    }
+    QSet<QString> seen;
+    for (const ListedEntry &entry : qAsConst(entries)) {
+        const QString reason = listedEntryRefusal(entry);
+        if (!reason.isEmpty()) {
+            BEX_CRITICAL(lcManager) << "package entry refused -" << entry.path << reason;
+            return false;
+        }
+        // Two entries that a case-insensitive file system takes for one
+        // would make the archiver ask which to keep.
+        const QString folded = entry.path.toCaseFolded();
+        if (seen.contains(folded)) {
+            BEX_CRITICAL(lcManager) << "package entry refused -" << entry.path << "name appears twice";
+            return false;
+        }
+        seen.insert(folded);
+    }
+    if (type.compare(QLatin1String("zip"), Qt::CaseInsensitive) != 0) {
+        BEX_CRITICAL(lcManager) << "package is not a zip archive -" << packageFilePath << type;
+        return false;
+    }
+    return true;
+}
+
+// Checks what the archiver left in the working folder, without following
+// anything: only plain folders and files with a single name are accepted.
+bool checkUnpackedTree(const QString &workDir)
+{
+    QDirIterator it(workDir, QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot,
+                    QDirIterator::Subdirectories);
+    while (it.hasNext()) {
+        const QString path = it.next();
+        const QString relative = path.mid(workDir.size());
+        switch (nodeKind(path)) {
+        case NodeKind::File:
+        case NodeKind::Directory:
+            break;
+        case NodeKind::Link:
+            BEX_CRITICAL(lcManager) << "package entry refused -" << relative << "link";
+            return false;
+        case NodeKind::HardLinkedFile:
+            BEX_CRITICAL(lcManager) << "package entry refused -" << relative << "hard link";
+            return false;
+        case NodeKind::Missing:
+            BEX_CRITICAL(lcManager) << "package entry refused -" << relative << "name that is not valid text";
+            return false;
+        case NodeKind::Other:
+            BEX_CRITICAL(lcManager) << "package entry refused -" << relative << "not a file or folder";
+            return false;
+        }
+        const QString reason = PrinterDriverPackageHelper::entryRefusalReason(relative);
+        if (!reason.isEmpty()) {
+            BEX_CRITICAL(lcManager) << "package entry refused -" << relative << reason;
+            return false;
+        }
+    }
+    return true;
+}
+
+// A destination below dtpDir may be written when every existing folder on
+// its way is a plain folder and the file itself is missing or a plain file.
+bool checkDestination(const QString &dtpDir, const QString &destination, QSet<QString> &checkedFolders)
+{
+    const QString root = withTrailingSlash(dtpDir);
+    const QStringList components = destination.mid(root.size()).split(QLatin1Char('/'));
+    QString folder = root;
+    for (int i = 0; i + 1 < components.size(); ++i) {
+        folder += components.at(i) + QLatin1Char('/');
+        if (checkedFolders.contains(folder))
+            continue;
+        const NodeKind kind = nodeKind(folder.chopped(1));
+        if (kind != NodeKind::Missing && kind != NodeKind::Directory) {
+            BEX_CRITICAL(lcManager) << "destination folder refused, not a plain folder -" << folder;
+            return false;
+        }
+        checkedFolders.insert(folder);
+    }
+    const NodeKind kind = nodeKind(destination);
+    if (kind != NodeKind::Missing && kind != NodeKind::File && kind != NodeKind::HardLinkedFile) {
+        BEX_CRITICAL(lcManager) << "destination refused, not a plain file -" << destination;
+        return false;
+    }
+    return true;
+}
+
+// A free name for an incoming .prs file: "<complete base name>_<n>.<suffix>".
+QString freePrsName(const QString &destination)
+{
+    const QFileInfo info(destination);
+    for (int number = 1;; ++number) {
+        const QString candidate = info.path() + QLatin1Char('/') + info.completeBaseName() +
+                                  QLatin1Char('_') + QString::number(number) + QLatin1Char('.') +
+                                  info.suffix();
+        if (nodeKind(candidate) == NodeKind::Missing)
+            return candidate;
+    }
+}
+
+bool askToOverwrite(QWidget *parent, const QStringList &destinations)
+{
+    QString text = QObject::tr("如果继续安装，将会覆盖以下文件:");
+    for (const QString &destination : destinations)
+        text += QStringLiteral("\n  ") + destination;
+    text += QStringLiteral("\n\n") + QObject::tr("是否继续？");
+    // "否" is the default answer: Enter alone never replaces a file.
+    const int answer = CommonFramelessMessageBox::question(parent, QObject::tr("温馨提示"), text,
+                                                           QObject::tr("是"), QObject::tr("否"), 1);
+    return answer == 0;
+}
+
+} // namespace
+
+bool PrinterDriverPackageHelper::importPackage(const QString &packageFilePath, QStringList &prsFilePaths)
+{
+    BEX_DEBUG(lcManager) << "packageFilePath:" << packageFilePath;
+    const std::shared_ptr<PrinterDriverConfig> config = PrinterDriverConfig::instance();
+    const QString workDir = makeWorkFolder(config->tempDir(), QStringLiteral("import/"));
+    const QString program = archiverPath();
+    BEX_DEBUG(lcManager) << "program:" << program;
+    if (!QFileInfo::exists(program)) {
+        BEX_CRITICAL(lcManager) << "7z.exe is not existed!";
+        return false;
+    }
+    if (!QDir().mkpath(workDir)) {
+        BEX_CRITICAL(lcManager) << "目录 -" + workDir + "创建失败";
+        return false;
+    }
+    // Whatever is refused below leaves nothing of the package behind.
+    const auto refuse = [&workDir]() {
+        QDir(workDir).removeRecursively();
+        return false;
+    };
+
+    if (!checkListing(program, packageFilePath))
+        return refuse();
+    runArchiver(program, {QStringLiteral("x"), packageFilePath, QStringLiteral("-o") + workDir}, false);
+    if (!checkUnpackedTree(workDir))
+        return refuse();
+
+    const QStringList topFolders = QDir(workDir).entryList(QDir::Dirs | QDir::NoDotAndDotDot, QDir::Name);
+    if (topFolders.size() != 1) {
+        BEX_CRITICAL(lcManager) << "package must hold exactly one top folder -" << topFolders.size();
+        return refuse();
+    }
+    const QString topDir = workDir + topFolders.first() + QLatin1Char('/');
+    if (!QFileInfo(topDir + QStringLiteral("bin")).isDir() ||
+        !QFileInfo(topDir + QStringLiteral("driver")).isDir()) {
+        BEX_CRITICAL(lcManager) << "bin or driver folder is not existed!";
+        return refuse();
+    }
+
+    QVector<ImportFile> files;
+    QStringList overwritten;
+    QSet<QString> checkedFolders;
+    int prsCount = 0;
+    // Files are copied in the order of their names, the same on every
+    // machine, whatever order the file system lists them in.
+    QStringList sources;
+    for (const QString &folder : {QStringLiteral("bin"), QStringLiteral("driver")}) {
+        QDirIterator it(topDir + folder, QDir::Files | QDir::Hidden | QDir::System,
+                        QDirIterator::Subdirectories);
+        while (it.hasNext())
+            sources.append(it.next());
+    }
+    sources.sort();
+    for (const QString &source : qAsConst(sources)) {
+        ImportFile file;
+        file.source = source;
+        file.destination = obtainDstFilePath(file.source, topDir, config->dtpDir());
+        if (file.destination.isEmpty())
+            return refuse();
+        if (!checkDestination(config->dtpDir(), file.destination, checkedFolders))
+            return refuse();
+        file.isPrs = QFileInfo(file.source).suffix().compare(QLatin1String("prs"), Qt::CaseInsensitive) == 0;
+        const bool exists = nodeKind(file.destination) != NodeKind::Missing;
+        if (file.isPrs) {
+            ++prsCount;
+            if (exists)
+                file.destination = freePrsName(file.destination);
+        } else if (exists) {
+            overwritten.append(file.destination);
+        }
+        files.append(file);
+    }
+    if (prsCount == 0) {
+        BEX_CRITICAL(lcManager) << "此包中没有prs文件";
+        return refuse();
+    }
+    if (prsCount > 1) {
+        BEX_CRITICAL(lcManager) << "此包中有多个prs文件";
+        return refuse();
+    }
+    if (!overwritten.isEmpty() && !askToOverwrite(parent_, overwritten))
+        return refuse();
+
+    for (const ImportFile &file : qAsConst(files)) {
+        if (!QDir().mkpath(QFileInfo(file.destination).absolutePath())) {
+            BEX_CRITICAL(lcManager) << "目录 -" + workDir + "创建失败";
+            return false;
+        }
+        if (nodeKind(file.destination) != NodeKind::Missing) {
+            QFile::setPermissions(file.destination, QFileDevice::WriteOther);
+            QFile::remove(file.destination);
+        }
+        if (!QFile::copy(file.source, file.destination)) {
+            // Deliberately reported as done: the caller installs what the
+            // list holds, and the working folder stays for a look.
+            BEX_CRITICAL(lcManager) << "copy failed -" << file.source << file.destination;
+            return true;
+        }
+        if (file.isPrs)
+            prsFilePaths.append(file.destination);
+    }
+    QDir(workDir).removeRecursively();
+    return true;
+}

@@ -1,0 +1,68 @@
+#pragma once
+
+#include <QString>
+#include <QStringList>
+
+class QWidget;
+
+// Moves an installed driver, with every file it depends on, between machines
+// as one ".bex_driver" package: a zip archive made and unpacked by the
+// external archiver that stands in the application directory ("7z.exe" on
+// Windows, "7z" elsewhere).
+//
+// A package holds one top folder named after the driver's .prs base name,
+// with "bin/" and "driver/" inside laid out like the application's "dtp/".
+// Packages come from other machines: an import refuses, before anything is
+// copied, every entry that could write outside "dtp/" or that is a link,
+// and replaces an existing file only after the operator agreed to it.
+class PrinterDriverPackageHelper
+{
+public:
+    // The files of one driver, in packing order.
+    struct Package
+    {
+        QString prsFilePath;
+        QString pdvFilePath;
+        QStringList rgbIccFilePaths;
+        QStringList cmykIccFilePaths;
+        QStringList outputIccFilePaths;
+    };
+
+    // parent: the calling dialog, parent of the overwrite question.
+    explicit PrinterDriverPackageHelper(QWidget *parent);
+
+    // Writes the package of the installed driver driverId, whose .prs file
+    // is prsFilePath, to packageFilePath.
+    bool exportPackage(const QString &packageFilePath, const QString &prsFilePath, const QString &driverId);
+    // Unpacks packageFilePath into "dtp/". prsFilePaths receives the
+    // destination of the package's .prs file once it has been copied; a copy
+    // that fails half-way still returns true, so callers check the list.
+    bool importPackage(const QString &packageFilePath, QStringList &prsFilePaths);
+
+    // Fills the .pdv path and the ICC profiles that any combination of the
+    // driver's resolution, paper and ink names. Leaves the last combination
+    // selected in the library.
+    bool readDriverInfo(const QString &driverId, Package &package);
+    // Copies the package's files below workDir and runs the archiver on them.
+    bool encode(const QString &packageFilePath, const QString &workDir, const Package &package);
+
+    // srcFilePath with its srcRoot prefix (compared ignoring case) replaced
+    // by dstRoot, all separators turned into "/"; empty when srcFilePath does
+    // not lie below srcRoot.
+    static QString obtainDstFilePath(const QString &srcFilePath, const QString &srcRoot,
+                                     const QString &dstRoot);
+
+    // Why a path inside a package (relative to its top folder, "/"
+    // separated) may not be unpacked into "dtp/": an empty text when it may.
+    // Refused are empty names and components, ".", "..", absolute paths,
+    // drive letters, backslashes, control characters, characters and names
+    // that Windows cannot hold, and components longer than a file system
+    // allows.
+    static QString entryRefusalReason(const QString &relativePath);
+
+    // The archiver in the application directory.
+    static QString archiverPath();
+
+private:
+    QWidget *parent_;
+};

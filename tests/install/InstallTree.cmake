@@ -1,0 +1,63 @@
+# cmake -DBUILD_DIR=<build> -DHOST_SOURCE_DIR=<tests/install/host> [-DWORK_DIR=<folder>]
+#       [-DCMAKE_GENERATOR=<generator>] -P InstallTree.cmake
+#
+# WORK_DIR defaults to a new folder in the temporary directory, outside the
+# build tree. Installs the build into WORK_DIR/installed, moves that tree to
+# WORK_DIR/moved (so that no path of the installation is right any more),
+# builds the host of HOST_SOURCE_DIR against the moved tree through
+# find_package() and runs it. Fails at the first step that does not work.
+
+if(NOT DEFINED WORK_DIR)
+    set(tmp "$ENV{TMPDIR}")
+    if(NOT tmp)
+        set(tmp "/tmp")
+    endif()
+    string(RANDOM LENGTH 10 suffix)
+    set(WORK_DIR "${tmp}/bex-installed-host-${suffix}")
+endif()
+
+foreach(var BUILD_DIR HOST_SOURCE_DIR WORK_DIR)
+    if(NOT DEFINED ${var})
+        message(FATAL_ERROR "${var} is not set")
+    endif()
+endforeach()
+
+function(run)
+    execute_process(COMMAND ${ARGN} RESULT_VARIABLE result)
+    if(NOT result EQUAL 0)
+        message(FATAL_ERROR "failed (${result}): ${ARGN}")
+    endif()
+endfunction()
+
+file(REMOVE_RECURSE "${WORK_DIR}")
+file(MAKE_DIRECTORY "${WORK_DIR}")
+run("${CMAKE_COMMAND}" --install "${BUILD_DIR}" --prefix "${WORK_DIR}/installed")
+file(RENAME "${WORK_DIR}/installed" "${WORK_DIR}/moved")
+
+foreach(expected include/IRipEngineDriverUI.h
+        lib/cmake/BexRipEngineDriverUI_RipServer/BexRipEngineDriverUI_RipServerConfig.cmake)
+    file(GLOB_RECURSE found RELATIVE "${WORK_DIR}/moved" "${WORK_DIR}/moved/*")
+    string(REGEX REPLACE "^lib/" "lib.*/" pattern "${expected}")
+    list(FILTER found INCLUDE REGEX "^${pattern}$")
+    if(NOT found)
+        message(FATAL_ERROR "the installed tree lacks ${expected}")
+    endif()
+endforeach()
+# The header is the only one a host gets.
+file(GLOB headers RELATIVE "${WORK_DIR}/moved/include" "${WORK_DIR}/moved/include/*")
+if(NOT headers STREQUAL "IRipEngineDriverUI.h")
+    message(FATAL_ERROR "installed headers: ${headers}")
+endif()
+
+set(generator_args)
+if(CMAKE_GENERATOR)
+    set(generator_args -G "${CMAKE_GENERATOR}")
+endif()
+run("${CMAKE_COMMAND}" ${generator_args} -S "${HOST_SOURCE_DIR}" -B "${WORK_DIR}/host-build"
+    "-DCMAKE_PREFIX_PATH=${WORK_DIR}/moved")
+run("${CMAKE_COMMAND}" --build "${WORK_DIR}/host-build")
+# No library path from the environment: the module must find its
+# print-parameter library through its own run path.
+unset(ENV{LD_LIBRARY_PATH})
+run("${WORK_DIR}/host-build/installed_module_host")
+file(REMOVE_RECURSE "${WORK_DIR}")
