@@ -73,8 +73,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
     if (ids.contains(added.id) || !registry.add(added))
         std::abort();
     DriverRegistry reread(path);
-    if (!reread.load() || reread.drivers().size() != registry.drivers().size() ||
-        reread.indexOf(added.id) < 0)
+    if (!reread.load() || reread.drivers().size() != registry.drivers().size() || !reread.find(added.id))
         std::abort();
     return 0;
 }

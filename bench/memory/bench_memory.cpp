@@ -13,7 +13,9 @@
 // A new dialog is one more line in cycles() below.
 
 #include "FramelessWidget/Common/CommonFramelessMessageBox.h"
+#include "UI/InstallPrinterDriverDlg.h"
 #include "UI/ModifyPrinterDriverNameDlg.h"
+#include "UI/PrinterDriverManagerDlg.h"
 #include "UI/SubWidget/DoubleSlider.h"
 #include "UI/SubWidget/ExtraOptionWidget.h"
 #include "UI/SubWidget/InkOrderWidget.h"
@@ -107,6 +109,8 @@ std::vector<Cycle> cycles()
          []() {
              execAndClose<ModifyPrinterDriverNameDlg>(QStringLiteral("UV 平板 2513 (白墨 + 光油)"), nullptr);
          }},
+        {QStringLiteral("PrinterDriverManagerDlg"), []() { execAndClose<PrinterDriverManagerDlg>(nullptr); }},
+        {QStringLiteral("InstallPrinterDriverDlg"), []() { execAndClose<InstallPrinterDriverDlg>(nullptr); }},
         {QStringLiteral("InkOrderWidget"),
          []() { showAndDestroy<InkOrderWidget>([](InkOrderWidget &w) { w.setInkInfos(inks()); }); }},
         {QStringLiteral("ExtraOptionWidget"),
