@@ -2,6 +2,8 @@
 // must give either a null driver or one that serializes and reads back to the
 // same mode id and path, never a crash.
 
+#include "FuzzSupport.h"
+
 #include "BexRipEngineDriverUI_RipServer_p.h"
 
 #include <QByteArray>
@@ -11,13 +13,9 @@
 #include <cstdint>
 #include <cstdlib>
 
-namespace {
-void quietMessages(QtMsgType, const QMessageLogContext &, const QString &) {}
-} // namespace
-
 extern "C" int LLVMFuzzerInitialize(int *, char ***)
 {
-    qInstallMessageHandler(quietMessages);
+    silenceQtMessages();
     return 0;
 }
 

@@ -8,6 +8,7 @@
 #include <IUIPrintParamsHandler.h>
 
 #include <QFileInfo>
+#include <QSet>
 
 #include <list>
 #include <string>
@@ -31,6 +32,10 @@ PrinterDriverManager::DriverInfoPtr makeDriverInfo(const printerInfoItem &item)
     info->prsPath = fieldText(item.piiPrs);
     return info;
 }
+
+// No printer has more ink channels than this; a record claiming more is
+// damaged, and reading it would run past its array.
+constexpr int maxChannelCount = 64;
 
 bool isProcessColour(const QString &name)
 {
@@ -110,10 +115,18 @@ QVector<PrinterDriverManager::DriverInfoPtr> PrinterDriverManager::obtainInstall
         const std::shared_ptr<PrinterDriverConfig> config = PrinterDriverConfig::instance();
         const QString configuredDefault = config->defaultDriverId();
         defaultDriverId_.clear();
+        QSet<QString> listed;
         for (const printerInfoItem *item : items) {
-            if (!item)
+            if (!item) {
+                BEX_WARNING(lcManager) << "printerInfoItem is nullptr, skipped";
                 continue;
+            }
             const DriverInfoPtr info = makeDriverInfo(*item);
+            if (listed.contains(info->id)) {
+                BEX_WARNING(lcManager) << "driverId - " << info->id << "listed twice, skipped";
+                continue;
+            }
+            listed.insert(info->id);
             BEX_DEBUG(lcManager) << "piiId:" << info->id;
             BEX_DEBUG(lcManager) << "piiName:" << info->name;
             BEX_DEBUG(lcManager) << "piiShowName:" << info->showName;
@@ -246,6 +259,13 @@ bool PrinterDriverManager::getDefaultSpotColorSampleNameList(QStringList &names)
     const printerChannelColorInfo *info = handler_->GetChannelColorInfo();
     if (!info) {
         BEX_DEBUG(lcManager) << "printerChannelColorInfo is nullptr";
+        return true;
+    }
+    if (info->pcciChanneNum < 0 || info->pcciChanneNum > maxChannelCount ||
+        (info->pcciChanneNum > 0 && !info->channels)) {
+        BEX_CRITICAL(lcManager) << "printerChannelColorInfo is damaged - pcciChanneNum:"
+                                << info->pcciChanneNum
+                                << "channels:" << static_cast<const void *>(info->channels);
         return true;
     }
     BEX_DEBUG(lcManager) << "printerChannelColorInfo is valid";

@@ -1,12 +1,15 @@
 #include "FramelessWidget/Common/CommonFramelessMessageBox.h"
+#include "MessageBoxDriver.h"
 
 #include <QApplication>
 #include <QCheckBox>
+#include <QCloseEvent>
 #include <QFontMetrics>
 #include <QLabel>
 #include <QPushButton>
 #include <QScrollBar>
 #include <QTimer>
+#include <QWindow>
 #include <QtTest>
 
 #include <functional>
@@ -14,20 +17,12 @@
 namespace {
 
 // Runs action on the message box once it is the active modal widget, the
-// way a user meets it.
+// way a user meets it. A box that action leaves open (a check in it failed)
+// is ended at once, so the test fails instead of hanging.
 void whenMessageBoxShown(std::function<void(QWidget *)> action)
 {
-    auto *timer = new QTimer(qApp);
-    timer->setInterval(10);
-    QObject::connect(timer, &QTimer::timeout, timer, [timer, action]() {
-        QWidget *modal = QApplication::activeModalWidget();
-        if (!qobject_cast<CommonFramelessMessageBox *>(modal))
-            return;
-        timer->stop();
-        timer->deleteLater();
-        action(modal);
-    });
-    timer->start();
+    MessageBoxDriver::whenShown<CommonFramelessMessageBox>(
+        [action](CommonFramelessMessageBox *box) { action(box); });
 }
 
 QList<QPushButton *> boxButtons(QWidget *box)
@@ -61,8 +56,12 @@ private slots:
     void question_secondButtonReturnsOne();
     void question_firstButtonReturnsZero();
     void titleBarClose_returnsMinusOne();
-    void escape_answersNo();
-    void windowClose_answersNo();
+    void escape_returnsMinusOne();
+    void windowManagerClose_returnsMinusOne_data();
+    void windowManagerClose_returnsMinusOne();
+    void parentDestroyedWhileOpen_returnsMinusOne();
+    void parentDestroyedWhileOpen_leavesCheckedFalse();
+    void boxLeftOpenByFailedCheck_isEndedAtOnce();
     void checkBox_stateReachesChecked();
     void checkBox_nullCheckedPointerIsAllowed();
     void checkBox_hiddenWithoutText();
@@ -112,20 +111,108 @@ void CommonFramelessMessageBoxTest::titleBarClose_returnsMinusOne()
              -1);
 }
 
-void CommonFramelessMessageBoxTest::escape_answersNo()
+void CommonFramelessMessageBoxTest::escape_returnsMinusOne()
 {
+    // Escape dismisses the box: it must not read as the first button ("yes").
     whenMessageBoxShown([](QWidget *box) { QTest::keyClick(box, Qt::Key_Escape); });
     QCOMPARE(CommonFramelessMessageBox::warning(nullptr, QStringLiteral("温馨提示"), QStringLiteral("文本"),
                                                 QStringLiteral("是"), QStringLiteral("否")),
              -1);
 }
 
-void CommonFramelessMessageBoxTest::windowClose_answersNo()
+void CommonFramelessMessageBoxTest::windowManagerClose_returnsMinusOne_data()
 {
-    whenMessageBoxShown([](QWidget *box) { box->close(); });
-    QCOMPARE(CommonFramelessMessageBox::question(nullptr, QStringLiteral("温馨提示"), QStringLiteral("文本"),
-                                                 QStringLiteral("是"), QStringLiteral("否")),
+    QTest::addColumn<int>("how");
+    QTest::newRow("close event") << 0;
+    QTest::newRow("QWidget::close") << 1;
+    QTest::newRow("window handle close") << 2;
+}
+
+void CommonFramelessMessageBoxTest::windowManagerClose_returnsMinusOne()
+{
+    QFETCH(int, how);
+    bool closed = false;
+    whenMessageBoxShown([how, &closed](QWidget *box) {
+        switch (how) {
+        case 0: {
+            QCloseEvent event;
+            QApplication::sendEvent(box, &event);
+            closed = event.isAccepted();
+            break;
+        }
+        case 1:
+            closed = box->close();
+            break;
+        default:
+            QVERIFY(box->windowHandle());
+            closed = box->windowHandle()->close();
+            break;
+        }
+    });
+    QCOMPARE(CommonFramelessMessageBox::question(nullptr, QStringLiteral("温馨提示"),
+                                                 QStringLiteral("是否删除驱动？"), QStringLiteral("是"),
+                                                 QStringLiteral("否")),
              -1);
+    QVERIFY(closed);
+}
+
+void CommonFramelessMessageBoxTest::parentDestroyedWhileOpen_returnsMinusOne()
+{
+    auto *parent = new QWidget;
+    parent->show();
+    QPointer<QWidget> boxSeen;
+    whenMessageBoxShown([&parent, &boxSeen](QWidget *box) {
+        boxSeen = box;
+        QCOMPARE(box->parentWidget(), parent);
+        delete parent;
+        parent = nullptr;
+    });
+    const int result =
+        CommonFramelessMessageBox::question(parent, QStringLiteral("温馨提示"), QStringLiteral("是否覆盖？"),
+                                            QStringLiteral("是"), QStringLiteral("否"));
+    QCOMPARE(result, -1);
+    QVERIFY(!parent);
+    QVERIFY(boxSeen.isNull());
+}
+
+void CommonFramelessMessageBoxTest::parentDestroyedWhileOpen_leavesCheckedFalse()
+{
+    auto *parent = new QWidget;
+    parent->show();
+    whenMessageBoxShown([&parent](QWidget *box) {
+        auto *checkBox = box->findChild<QCheckBox *>(QStringLiteral("framelessMessageBox_checkbox"));
+        QVERIFY(checkBox);
+        QTest::mouseClick(checkBox, Qt::LeftButton);
+        QVERIFY(checkBox->isChecked());
+        delete parent;
+        parent = nullptr;
+    });
+    bool checked = true;
+    const int result = CommonFramelessMessageBox::warning(
+        parent, QStringLiteral("温馨提示"), QStringLiteral("文本"), QStringLiteral("是"),
+        QStringLiteral("否"), 0, QStringLiteral("下次不再询问"), &checked);
+    QCOMPARE(result, -1);
+    QVERIFY(!checked);
+}
+
+void CommonFramelessMessageBoxTest::boxLeftOpenByFailedCheck_isEndedAtOnce()
+{
+    // The driver itself: a user action that returns without closing the box
+    // (as a failing check does) gets the box ended, not left to the timeout.
+    bool reported = false;
+    bool visibleWhenReported = false;
+    QPointer<CommonFramelessMessageBox> shown;
+    MessageBoxDriver::whenShown<CommonFramelessMessageBox>(
+        [&shown](CommonFramelessMessageBox *box) { shown = box; },
+        [&reported, &visibleWhenReported, &shown]() {
+            reported = true;
+            visibleWhenReported = shown && shown->isVisible();
+        });
+    QCOMPARE(CommonFramelessMessageBox::warning(nullptr, QStringLiteral("温馨提示"), QStringLiteral("文本"),
+                                                QStringLiteral("确定")),
+             -1);
+    QVERIFY(reported);
+    QVERIFY(visibleWhenReported);
 }
 
 void CommonFramelessMessageBoxTest::checkBox_stateReachesChecked()

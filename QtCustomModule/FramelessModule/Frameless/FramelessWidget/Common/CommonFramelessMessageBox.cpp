@@ -6,6 +6,7 @@
 #include <QHBoxLayout>
 #include <QHash>
 #include <QLabel>
+#include <QPointer>
 #include <QPushButton>
 #include <QVBoxLayout>
 
@@ -178,12 +179,18 @@ QPixmap CommonFramelessMessageBox::iconPixmap(int iconKind)
 
 int CommonFramelessMessageBox::exec()
 {
+    // QDialog::exec() answers Rejected (0) for a dialog deleted while it
+    // runs, which would read as the first button.
+    const QPointer<CommonFramelessMessageBox> guard(this);
     const int result = QDialog::exec();
+    if (guard.isNull())
+        return -1;
     return result < 0 ? -1 : result;
 }
 
 void CommonFramelessMessageBox::reject()
 {
+    // QDialog::reject() would end the box with 0, the first button's index.
     done(-1);
 }
 
@@ -194,7 +201,10 @@ int CommonFramelessMessageBox::showMessageBox(QWidget *parent, int iconKind, con
 {
     const QPixmap icon = iconPixmap(iconKind);
 
-    auto *box = new CommonFramelessMessageBox(parent, buttonAlignment);
+    // The box is a child of parent: if parent is destroyed while the box
+    // runs, the box goes with it, and neither it nor its state may be
+    // touched afterwards.
+    const QPointer<CommonFramelessMessageBox> box = new CommonFramelessMessageBox(parent, buttonAlignment);
     box->setWindowTitle(title);
     box->labelIcon_->setPixmap(icon);
     box->setText(text);
@@ -206,9 +216,14 @@ int CommonFramelessMessageBox::showMessageBox(QWidget *parent, int iconKind, con
         box->addButton(buttons.at(i), i == defaultButton);
 
     const int result = box->exec();
+    if (box.isNull()) {
+        if (checked)
+            *checked = false;
+        return -1;
+    }
     if (checked)
         *checked = box->checked_;
-    delete box;
+    delete box.data();
     return result;
 }
 

@@ -39,7 +39,10 @@ private:
 
 // The module's modal message box: icon, text, an optional check box and one
 // or two buttons. Every function returns the index of the pressed button,
-// or -1 when the box was closed through its title bar.
+// or -1 when the box was closed without one: through its title bar, with
+// Escape, by the window manager, or because its parent went away while it
+// was open. Callers read 0 as "yes", so a box that was only dismissed must
+// never answer 0.
 class CommonFramelessMessageBox : public CommonFramelessDialog
 {
     Q_OBJECT
@@ -72,6 +75,8 @@ public:
     // The image shown for an icon kind.
     static QPixmap iconPixmap(int iconKind);
 
+    // Runs the box; every negative result, and a box destroyed while it
+    // runs, gives -1.
     int exec() override;
     // Escape and a close by the window manager answer "no" (-1), like the
     // title bar's close button, never the first button: a box that asks
