@@ -12,16 +12,20 @@
 //
 // A new dialog is one more line in cycles() below.
 
+#include "Config/PrinterDriverConfig.h"
 #include "FramelessWidget/Common/CommonFramelessMessageBox.h"
 #include "UI/InstallPrinterDriverDlg.h"
 #include "UI/ModifyPrinterDriverNameDlg.h"
+#include "UI/PrinterDriverManager.h"
 #include "UI/PrinterDriverManagerDlg.h"
+#include "UI/PrinterDriverPropertyDlg.h"
 #include "UI/SubWidget/DoubleSlider.h"
 #include "UI/SubWidget/ExtraOptionWidget.h"
 #include "UI/SubWidget/InkOrderWidget.h"
 
 #include <QApplication>
 #include <QDialog>
+#include <QDir>
 #include <QFile>
 #include <QTextStream>
 #include <QTimer>
@@ -99,6 +103,25 @@ QVector<InkOrderWidget::InkInfo> inks()
     return result;
 }
 
+// The property dialog shows one installed driver: the first one the manager
+// lists, or else the first sample driver, installed here. Looked up once, so
+// that neither the listing nor the installation is measured.
+QString propertyDriverId()
+{
+    static const QString id = []() {
+        PrinterDriverManager *manager = PrinterDriverManager::instance();
+        const auto drivers = manager->obtainInstalledDrivers();
+        if (!drivers.isEmpty())
+            return drivers.first()->id;
+        const QDir dir(PrinterDriverConfig::instance()->driverDir());
+        const QStringList samples = dir.entryList({QStringLiteral("*.prs")}, QDir::Files, QDir::Name);
+        const auto installed =
+            samples.isEmpty() ? nullptr : manager->installDriver(dir.filePath(samples.first()));
+        return installed ? installed->id : QString();
+    }();
+    return id;
+}
+
 using Cycle = std::pair<QString, std::function<void()>>;
 
 std::vector<Cycle> cycles()
@@ -111,6 +134,8 @@ std::vector<Cycle> cycles()
          }},
         {QStringLiteral("PrinterDriverManagerDlg"), []() { execAndClose<PrinterDriverManagerDlg>(nullptr); }},
         {QStringLiteral("InstallPrinterDriverDlg"), []() { execAndClose<InstallPrinterDriverDlg>(nullptr); }},
+        {QStringLiteral("PrinterDriverPropertyDlg"),
+         []() { execAndClose<PrinterDriverPropertyDlg>(propertyDriverId(), nullptr); }},
         {QStringLiteral("InkOrderWidget"),
          []() { showAndDestroy<InkOrderWidget>([](InkOrderWidget &w) { w.setInkInfos(inks()); }); }},
         {QStringLiteral("ExtraOptionWidget"),

@@ -155,12 +155,43 @@ QColor inkColour(const QString &name)
     return Qt::white;
 }
 
-// The value texts of an enum item; none when the item lists none.
+// No driver property offers more values than this, and no printer has more
+// ink channels than maxChannelCount; a record claiming more is damaged, and
+// reading it would run past its array.
+constexpr int maxEnumValueCount = 512;
+constexpr int maxChannelCount = 64;
+
+bool channelsUsable(const printerChannelColorInfo &info)
+{
+    if (info.pcciChanneNum >= 0 && info.pcciChanneNum <= maxChannelCount &&
+        (info.pcciChanneNum == 0 || info.channels))
+        return true;
+    BEX_CRITICAL(lcDialog) << "printerChannelColorInfo is damaged - pcciChanneNum:" << info.pcciChanneNum
+                           << "channels:" << static_cast<const void *>(info.channels);
+    return false;
+}
+
+bool inkOrderUsable(const printerInkOrderInfo &info)
+{
+    if (info.pioiInkNum >= 0 && info.pioiInkNum <= maxChannelCount &&
+        (info.pioiInkNum == 0 || (info.pioiInkOrder && info.PioiInkOFFON)))
+        return true;
+    BEX_CRITICAL(lcDialog) << "printerInkOrderInfo is damaged - pioiInkNum:" << info.pioiInkNum;
+    return false;
+}
+
+// The value texts of an enum item; none when the item lists none or claims
+// more than it can hold.
 QStringList enumValues(const printerEnumItem &item)
 {
     QStringList values;
     if (!item.values || item.valueSize <= 0)
         return values;
+    if (item.valueSize > maxEnumValueCount) {
+        BEX_CRITICAL(lcDialog) << "printerEnumItem is damaged - key:" << fieldText(item.key)
+                               << "valueSize:" << item.valueSize;
+        return values;
+    }
     values.reserve(item.valueSize);
     for (int i = 0; i < item.valueSize; ++i)
         values << fieldText(item.values[i]);
@@ -650,6 +681,8 @@ bool PrinterDriverPropertyDlg::readChannelColorInfo()
         BEX_DEBUG(lcDialog) << "printerChannelColorInfo is nullptr";
         return true;
     }
+    if (!channelsUsable(*info))
+        return false;
     BEX_DEBUG(lcDialog) << "printerChannelColorInfo is valid";
     const int count = info->channels ? info->pcciChanneNum : 0;
     for (int c = 0; c < count; ++c) {
@@ -693,6 +726,8 @@ bool PrinterDriverPropertyDlg::readInkOrderInfo()
         BEX_DEBUG(lcDialog) << "printerInkOrderInfo is nullptr";
         return true;
     }
+    if (!channelsUsable(*channels) || !inkOrderUsable(*inks))
+        return false;
     if (channels->pcciChanneNum != inks->pioiInkNum) {
         BEX_DEBUG(lcDialog) << "pcciChanneNum:" << channels->pcciChanneNum
                             << " - pioiInkNum:" << inks->pioiInkNum << " is not same";
@@ -906,6 +941,10 @@ bool PrinterDriverPropertyDlg::writeChannelColorInfo()
         BEX_DEBUG(lcDialog) << "printerChannelColorInfo is nullptr";
         return true;
     }
+    // A damaged record is not handed back: the library would read it as far
+    // as it claims.
+    if (!channelsUsable(*info))
+        return false;
     BEX_DEBUG(lcDialog) << "printerChannelColorInfo is valid";
     BEX_DEBUG(lcDialog) << "pcciChanneNum:" << info->pcciChanneNum;
     const int count = info->channels ? info->pcciChanneNum : 0;
@@ -940,6 +979,8 @@ bool PrinterDriverPropertyDlg::writeInkOrderInfo()
         BEX_WARNING(lcDialog) << "printerInkOrderInfo is nullptr";
         return true;
     }
+    if (!inkOrderUsable(*info))
+        return false;
     const QVector<InkOrderWidget::InkInfo> infos = ui_->inkOrderWidget_->inkInfos();
     const int count = info->pioiInkNum;
     bool matches = infos.size() == count && info->pioiInkOrder && info->PioiInkOFFON;
