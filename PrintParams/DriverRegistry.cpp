@@ -3,6 +3,7 @@
 #include "PrintParamsLogging.h"
 #include "PrsDocument.h"
 
+#include "Common/JsonText.h"
 #include "Common/PrsPath.h"
 
 #include <IUIPrintParamsHandler.h>
@@ -31,44 +32,6 @@ const QString keyName = QStringLiteral("name");
 const QString keyShowName = QStringLiteral("showName");
 const QString keyPrs = QStringLiteral("prs");
 constexpr qint64 maxRegistrySize = 64 * 1024 * 1024;
-
-// Appends text as a JSON string: UTF-8, with quotes, backslashes and
-// control characters escaped.
-void appendJsonString(QByteArray &out, const QString &text)
-{
-    static const char hex[] = "0123456789abcdef";
-    out += '"';
-    const QByteArray utf8 = text.toUtf8();
-    for (const char c : utf8) {
-        const auto byte = static_cast<unsigned char>(c);
-        switch (c) {
-        case '"':
-            out += "\\\"";
-            break;
-        case '\\':
-            out += "\\\\";
-            break;
-        case '\n':
-            out += "\\n";
-            break;
-        case '\r':
-            out += "\\r";
-            break;
-        case '\t':
-            out += "\\t";
-            break;
-        default:
-            if (byte < 0x20) {
-                out += "\\u00";
-                out += hex[byte >> 4];
-                out += hex[byte & 0xf];
-            } else {
-                out += c;
-            }
-        }
-    }
-    out += '"';
-}
 
 // The reason a list file cannot be used, or nothing when it holds a list.
 std::optional<QString> readDrivers(QFile &file, QVector<InstalledDriver> &drivers)
@@ -253,18 +216,18 @@ QByteArray DriverRegistry::serialize() const
         out += first ? "\n" : ",\n";
         first = false;
         out += "        {\n            \"id\": ";
-        appendJsonString(out, driver.id);
+        bex::appendJsonString(out, driver.id);
         out += ",\n            \"name\": ";
-        appendJsonString(out, driver.name);
+        bex::appendJsonString(out, driver.name);
         out += ",\n            \"prs\": ";
-        appendJsonString(out, driver.prsPath);
+        bex::appendJsonString(out, driver.prsPath);
         out += ",\n            \"showName\": ";
-        appendJsonString(out, driver.showName);
+        bex::appendJsonString(out, driver.showName);
         out += "\n        }";
     }
     out += first ? "]" : "\n    ]";
     out += ",\n    \"format\": ";
-    appendJsonString(out, formatName);
+    bex::appendJsonString(out, formatName);
     out += "\n}\n";
     return out;
 }
