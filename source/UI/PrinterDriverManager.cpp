@@ -1,5 +1,6 @@
 #include "UI/PrinterDriverManager.h"
 
+#include "Common/HandlerRecords.h"
 #include "Common/HandlerText.h"
 #include "Common/Logging.h"
 #include "Common/PrsPath.h"
@@ -32,10 +33,6 @@ PrinterDriverManager::DriverInfoPtr makeDriverInfo(const printerInfoItem &item)
     info->prsPath = fieldText(item.piiPrs);
     return info;
 }
-
-// No printer has more ink channels than this; a record claiming more is
-// damaged, and reading it would run past its array.
-constexpr int maxChannelCount = 64;
 
 bool isProcessColour(const QString &name)
 {
@@ -261,8 +258,7 @@ bool PrinterDriverManager::getDefaultSpotColorSampleNameList(QStringList &names)
         BEX_DEBUG(lcManager) << "printerChannelColorInfo is nullptr";
         return true;
     }
-    if (info->pcciChanneNum < 0 || info->pcciChanneNum > maxChannelCount ||
-        (info->pcciChanneNum > 0 && !info->channels)) {
+    if (!bex::channelCountUsable(info->pcciChanneNum, info->channels)) {
         BEX_CRITICAL(lcManager) << "printerChannelColorInfo is damaged - pcciChanneNum:"
                                 << info->pcciChanneNum
                                 << "channels:" << static_cast<const void *>(info->channels);

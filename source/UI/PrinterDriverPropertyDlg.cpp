@@ -1,6 +1,8 @@
 #include "UI/PrinterDriverPropertyDlg.h"
 #include "ui_PrinterDriverPropertyDlg.h"
 
+#include "Common/HandlerRecords.h"
+#include "Common/HandlerText.h"
 #include "Common/Logging.h"
 #include "Config/PrinterDriverConfig.h"
 #include "Config/UIModuleConfig.h"
@@ -54,14 +56,6 @@ constexpr int MaxCommonListHeight = 320;
 std::string toLocal(const QString &text)
 {
     return text.toLocal8Bit().toStdString();
-}
-
-// A fixed text field of a handler record, read up to its zero but never past
-// its end.
-template <std::size_t N>
-QString fieldText(const char (&field)[N])
-{
-    return QString::fromLocal8Bit(field, int(strnlen(field, N)));
 }
 
 // Copies text into a fixed field of a handler record. Text that does not fit
@@ -155,16 +149,13 @@ QColor inkColour(const QString &name)
     return Qt::white;
 }
 
-// No driver property offers more values than this, and no printer has more
-// ink channels than maxChannelCount; a record claiming more is damaged, and
-// reading it would run past its array.
+// No driver property offers more values than this; a record claiming more is
+// damaged, and reading it would run past its array.
 constexpr int maxEnumValueCount = 512;
-constexpr int maxChannelCount = 64;
 
 bool channelsUsable(const printerChannelColorInfo &info)
 {
-    if (info.pcciChanneNum >= 0 && info.pcciChanneNum <= maxChannelCount &&
-        (info.pcciChanneNum == 0 || info.channels))
+    if (bex::channelCountUsable(info.pcciChanneNum, info.channels))
         return true;
     BEX_CRITICAL(lcDialog) << "printerChannelColorInfo is damaged - pcciChanneNum:" << info.pcciChanneNum
                            << "channels:" << static_cast<const void *>(info.channels);
@@ -173,8 +164,8 @@ bool channelsUsable(const printerChannelColorInfo &info)
 
 bool inkOrderUsable(const printerInkOrderInfo &info)
 {
-    if (info.pioiInkNum >= 0 && info.pioiInkNum <= maxChannelCount &&
-        (info.pioiInkNum == 0 || (info.pioiInkOrder && info.PioiInkOFFON)))
+    if (bex::channelCountUsable(info.pioiInkNum, info.pioiInkOrder) &&
+        bex::channelCountUsable(info.pioiInkNum, info.PioiInkOFFON))
         return true;
     BEX_CRITICAL(lcDialog) << "printerInkOrderInfo is damaged - pioiInkNum:" << info.pioiInkNum;
     return false;
