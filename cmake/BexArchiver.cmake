@@ -5,10 +5,27 @@
 # directory (build/app and each test's own folder) gets a link named "7z" to
 # the system's 7-Zip, and the install puts one beside the installed
 # programs. Debian's 7-Zip is the package "7zip" (program 7zz).
-find_program(BEX_SYSTEM_7ZIP NAMES 7zz 7z DOC "7-Zip program that the staged \"7z\" links to")
+#
+# A Windows build stages 7-Zip for Windows as "7z.exe" instead: the full
+# 7z.exe or the standalone 7za.exe, found on the path or given with
+# -DBEX_SYSTEM_7ZIP=... (scripts/windows takes 7za.exe from the npm package
+# 7zip-bin). It must be a Windows program: a build made on Linux would
+# otherwise find the Linux one.
+if(WIN32)
+    find_program(BEX_SYSTEM_7ZIP NAMES 7z.exe 7za.exe DOC "7-Zip for Windows, staged as \"7z.exe\"")
+    if(BEX_SYSTEM_7ZIP)
+        file(READ "${BEX_SYSTEM_7ZIP}" bex_7zip_magic LIMIT 2 HEX)
+        if(NOT bex_7zip_magic STREQUAL "4d5a")
+            message(FATAL_ERROR "${BEX_SYSTEM_7ZIP} is not a Windows program: "
+                                "give 7-Zip for Windows with -DBEX_SYSTEM_7ZIP=<path to 7z.exe or 7za.exe>")
+        endif()
+    endif()
+else()
+    find_program(BEX_SYSTEM_7ZIP NAMES 7zz 7z DOC "7-Zip program that the staged \"7z\" links to")
+endif()
 if(NOT BEX_SYSTEM_7ZIP)
-    message(WARNING "7-Zip not found (Debian package 7zip): driver packages cannot be made or unpacked, "
-                    "and the package tests fail")
+    message(WARNING "7-Zip not found (Debian package 7zip; on Windows 7z.exe or 7za.exe): driver packages "
+                    "cannot be made or unpacked, and the package tests fail")
 endif()
 
 if(WIN32)

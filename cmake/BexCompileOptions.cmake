@@ -45,3 +45,14 @@ function(bex_target_no_undefined target)
     endif()
     target_link_options(${target} PRIVATE "LINKER:--no-undefined")
 endfunction()
+
+# Hosts load the Windows DLLs by their plain names
+# (BexRipEngineDriverUI_RipServer.dll, BexUIPrintParamsProcessing.dll), and a
+# vendor's BexUIPrintParamsProcessing replaces ours only if the import names
+# the same file: MinGW's "lib" prefix goes, from the DLL and its import
+# library alike.
+function(bex_windows_dll_names target)
+    if(WIN32)
+        set_target_properties(${target} PROPERTIES PREFIX "" IMPORT_PREFIX "")
+    endif()
+endfunction()

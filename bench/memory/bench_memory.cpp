@@ -12,6 +12,8 @@
 //
 // A new dialog is one more line in cycles() below.
 
+#include "ResidentMemory.h"
+
 #include "Config/PrinterDriverConfig.h"
 #include "FramelessWidget/Common/CommonFramelessMessageBox.h"
 #include "UI/InstallPrinterDriverDlg.h"
@@ -31,21 +33,10 @@
 #include <QTimer>
 
 #include <functional>
-#include <unistd.h>
 #include <utility>
 #include <vector>
 
 namespace {
-
-// Resident memory of this process in KiB, from /proc/self/statm.
-long residentKiB()
-{
-    QFile statm(QStringLiteral("/proc/self/statm"));
-    if (!statm.open(QIODevice::ReadOnly))
-        return -1;
-    const QList<QByteArray> fields = statm.readAll().split(' ');
-    return fields.size() > 1 ? fields.at(1).toLong() * (sysconf(_SC_PAGESIZE) / 1024) : -1;
-}
 
 // Deletions queued with deleteLater() happen as they would in the host's
 // event loop between two uses of a dialog.

@@ -12,6 +12,8 @@
 //   - resident memory before and after 1,000 open/close cycles.
 // Debug lines are switched off, as a host does in production.
 
+#include "ResidentMemory.h"
+
 #include "Config/PrinterDriverConfig.h"
 #include "UI/PrinterDriverManager.h"
 #include "UI/PrinterDriverPropertyDlg.h"
@@ -106,16 +108,6 @@ QByteArray syntheticDriver()
                              {QStringLiteral("channels"), channels},
                              {QStringLiteral("combinations"), combinations}};
     return QJsonDocument(driver).toJson(QJsonDocument::Compact);
-}
-
-// The resident set size of this process in KiB.
-long residentKiB()
-{
-    QFile statm(QStringLiteral("/proc/self/statm"));
-    if (!statm.open(QIODevice::ReadOnly))
-        return -1;
-    const QList<QByteArray> fields = statm.readAll().split(' ');
-    return fields.size() > 1 ? fields.at(1).toLong() * 4 : -1;
 }
 
 double median(std::vector<double> values)

@@ -97,6 +97,12 @@ struct ArchiverRun
     bool started = false;
     int exitCode = -1;
     QByteArray output;
+
+    // 7-Zip's exit codes: 0 done, 1 done with warnings (a file it could not
+    // read, an archive with data after its end), 2 and above errors.
+    bool succeeded() const { return started && exitCode == 0; }
+    bool warned() const { return started && exitCode == 1; }
+    bool failed() const { return !succeeded() && !warned(); }
 };
 
 // Runs the archiver and waits for it without a time limit, on the calling
@@ -216,7 +222,8 @@ struct ListedEntry
 // Reads the archiver's technical listing. Returns false when a line does not
 // have the "key = value" form it expects inside the entry blocks, which a
 // name with a line break in it would cause.
-bool parseListing(const QByteArray &output, QString &archiveType, QVector<ListedEntry> &entries)
+bool parseListing(const QByteArray &output, QChar separator, QString &archiveType,
+                  QVector<ListedEntry> &entries)
 {
     const QList<QByteArray> lines = output.split('\n');
     bool inEntries = false;
@@ -243,7 +250,10 @@ bool parseListing(const QByteArray &output, QString &archiveType, QVector<Listed
         const QByteArray key = line.left(split);
         const QString value = QString::fromUtf8(line.mid(split + 3));
         if (key == "Path") {
-            entries.append(ListedEntry{value, QString(), false});
+            QString path = value;
+            if (separator != QLatin1Char('/'))
+                path.replace(separator, QLatin1Char('/'));
+            entries.append(ListedEntry{path, QString(), false});
             inEntry = true;
             continue;
         }
@@ -439,11 +449,20 @@ QString PrinterDriverPackageHelper::entryRefusalReason(const QString &relativePa
     return QString();
 }
 
-QString PrinterDriverPackageHelper::listingRefusalReason(const QByteArray &listing)
+QChar PrinterDriverPackageHelper::archiverSeparator()
+{
+#ifdef Q_OS_WIN
+    return QLatin1Char('\\');
+#else
+    return QLatin1Char('/');
+#endif
+}
+
+QString PrinterDriverPackageHelper::listingRefusalReason(const QByteArray &listing, QChar separator)
 {
     QString type;
     QVector<ListedEntry> entries;
-    if (!parseListing(listing, type, entries))
+    if (!parseListing(listing, separator, type, entries))
         return QStringLiteral("package listing not understood");
     QSet<QString> seen;
     for (const ListedEntry &entry : qAsConst(entries)) {
@@ -605,7 +624,15 @@ bool PrinterDriverPackageHelper::encode(const QString &packageFilePath, const QS
     // and is kept when the archiver fails.
     const QString partialPath = packageFilePath + QStringLiteral(".partial");
     QFile::remove(partialPath);
-    runArchiver(program, {QStringLiteral("a"), QStringLiteral("-tzip"), partialPath, driverWorkDir}, false);
+    const ArchiverRun run =
+        runArchiver(program, {QStringLiteral("a"), QStringLiteral("-tzip"), partialPath, driverWorkDir}, false);
+    if (run.started && !run.succeeded()) {
+        // Even a warning means a file of the driver is missing from the
+        // archive: such a package never takes the place of the chosen file.
+        BEX_CRITICAL(lcManager) << "archiver could not pack the driver -" << packageFilePath << "exit code"
+                                << run.exitCode;
+        QFile::remove(partialPath);
+    }
     if (QFileInfo(partialPath).isFile()) {
         QFile::remove(packageFilePath);
         if (!QFile::rename(partialPath, packageFilePath))
@@ -640,11 +667,16 @@ bool checkListing(const QString &program, const QString &packageFilePath)
     const ArchiverRun run = runArchiver(
         program, {QStringLiteral("l"), QStringLiteral("-slt"), QStringLiteral("-sccUTF-8"), packageFilePath},
         true);
-    if (!run.started || run.exitCode != 0) {
+    if (run.failed()) {
         BEX_CRITICAL(lcManager) << "package cannot be read -" << packageFilePath << "exit code"
                                 << run.exitCode;
         return false;
     }
+    // A warning (data after the end of the archive, say) does not stop the
+    // import: every listed entry is still judged below, and what is
+    // unpacked is judged again.
+    if (run.warned())
+        BEX_WARNING(lcManager) << "archiver warned while listing the package -" << packageFilePath;
     const QString reason = PrinterDriverPackageHelper::listingRefusalReason(run.output);
     if (!reason.isEmpty()) {
         BEX_CRITICAL(lcManager).noquote() << reason;
@@ -749,7 +781,16 @@ bool PrinterDriverPackageHelper::importPackage(const QString &packageFilePath, Q
 
     if (!checkListing(program, packageFilePath))
         return refuse();
-    runArchiver(program, {QStringLiteral("x"), packageFilePath, QStringLiteral("-o") + workDir}, false);
+    const ArchiverRun unpacked =
+        runArchiver(program, {QStringLiteral("x"), packageFilePath, QStringLiteral("-o") + workDir}, false);
+    if (unpacked.failed()) {
+        // A damaged entry (a CRC error) is left out or cut short.
+        BEX_CRITICAL(lcManager) << "package cannot be unpacked -" << packageFilePath << "exit code"
+                                << unpacked.exitCode;
+        return refuse();
+    }
+    if (unpacked.warned())
+        BEX_WARNING(lcManager) << "archiver warned while unpacking the package -" << packageFilePath;
     if (!checkUnpackedTree(workDir))
         return refuse();
 

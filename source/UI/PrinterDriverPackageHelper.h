@@ -65,8 +65,14 @@ public:
     // technical listing of it ("l -slt"): an entry refused by
     // entryRefusalReason, a link or special file, a name that appears twice
     // (ignoring case), an archive that is not a zip, or a listing that cannot
-    // be read. An empty text when it may be unpacked.
-    static QString listingRefusalReason(const QByteArray &listing);
+    // be read. An empty text when it may be unpacked. separator is the one
+    // the archiver writes between folder names (archiverSeparator()); it is
+    // read as "/" before the entries are judged.
+    static QString listingRefusalReason(const QByteArray &listing, QChar separator = archiverSeparator());
+
+    // The separator between folder names in the archiver's listing: 7-Zip
+    // writes the platform's own, "\\" on Windows and "/" elsewhere.
+    static QChar archiverSeparator();
 
     // The archiver in the application directory.
     static QString archiverPath();

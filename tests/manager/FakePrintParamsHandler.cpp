@@ -1,4 +1,7 @@
+// This file defines the library's two factories: see PrintParamsFactories.h.
+#define BEXUIPRINTPARAMSPROCESSING_LIBRARY
 #include "FakePrintParamsHandler.h"
+#include "PrintParamsFactories.h"
 
 #include <algorithm>
 #include <cstring>
@@ -38,6 +41,7 @@ void DestroyUIPrintParamsHandler(IUIPrintParamsHandler *handler)
     delete handler;
 }
 }
+BEX_PRINT_PARAMS_FACTORIES_REPLACE_IMPORTS()
 
 FakePrintParamsHandler::~FakePrintParamsHandler()
 {

@@ -1,6 +1,7 @@
 #include "PackageTestSupport.h"
 
 #include "TestAppDir.h"
+#include "UI/PrinterDriverPackageHelper.h"
 
 #include "FramelessWidget/Common/CommonFramelessMessageBox.h"
 
@@ -13,11 +14,16 @@
 #include <QPushButton>
 
 #include <algorithm>
+#include <string>
 
+#ifdef Q_OS_WIN
+#include <qt_windows.h>
+#else
 #include <fcntl.h>
 #include <linux/fs.h>
 #include <sys/ioctl.h>
 #include <unistd.h>
+#endif
 
 MessageBoxAnswerer::MessageBoxAnswerer(const QString &buttonText)
     : buttonText_(buttonText)
@@ -121,6 +127,23 @@ QStringList archiveEntries(const QString &archivePath)
 
 namespace {
 
+#ifdef Q_OS_WIN
+std::wstring nativePath(const QString &path)
+{
+    return QDir::toNativeSeparators(path).toStdWString();
+}
+
+bool setReadOnly(const QString &filePath, bool readOnly)
+{
+    const std::wstring native = nativePath(filePath);
+    const DWORD attributes = ::GetFileAttributesW(native.c_str());
+    if (attributes == INVALID_FILE_ATTRIBUTES)
+        return false;
+    const DWORD changed =
+        readOnly ? (attributes | FILE_ATTRIBUTE_READONLY) : (attributes & ~DWORD(FILE_ATTRIBUTE_READONLY));
+    return ::SetFileAttributesW(native.c_str(), changed) != 0;
+}
+#else
 bool setImmutable(const QString &filePath, bool immutable)
 {
     const int fd = ::open(QFile::encodeName(filePath).constData(), O_RDONLY | O_NONBLOCK);
@@ -135,11 +158,21 @@ bool setImmutable(const QString &filePath, bool immutable)
     ::close(fd);
     return done;
 }
+#endif
+
+QString hiddenArchiverPath()
+{
+    return PrinterDriverPackageHelper::archiverPath() + QStringLiteral(".hidden");
+}
 
 } // namespace
 
 bool makeUnreplaceable(const QString &filePath)
 {
+#ifdef Q_OS_WIN
+    // Windows neither deletes nor overwrites a read-only file.
+    return setReadOnly(filePath, true);
+#else
     if (setImmutable(filePath, true))
         return true;
     // Without the right to set the attribute the process is not root, so a
@@ -148,14 +181,50 @@ bool makeUnreplaceable(const QString &filePath)
     return ::geteuid() != 0 &&
            QFile::setPermissions(folder, QFileDevice::ReadOwner | QFileDevice::ExeOwner |
                                              QFileDevice::ReadUser | QFileDevice::ExeUser);
+#endif
 }
 
 void restoreWritable(const QString &filePath)
 {
+#ifdef Q_OS_WIN
+    setReadOnly(filePath, false);
+#else
     setImmutable(filePath, false);
     QFile::setPermissions(QFileInfo(filePath).absolutePath(),
                           QFileDevice::ReadOwner | QFileDevice::WriteOwner | QFileDevice::ExeOwner |
                               QFileDevice::ReadUser | QFileDevice::WriteUser | QFileDevice::ExeUser);
+#endif
+}
+
+bool makeHardLink(const QString &existingFile, const QString &newName)
+{
+#ifdef Q_OS_WIN
+    return ::CreateHardLinkW(nativePath(newName).c_str(), nativePath(existingFile).c_str(), nullptr) != 0;
+#else
+    return ::link(QFile::encodeName(existingFile).constData(), QFile::encodeName(newName).constData()) == 0;
+#endif
+}
+
+bool makeSymbolicLink(const QString &target, const QString &linkPath)
+{
+#ifdef Q_OS_WIN
+    DWORD flags = SYMBOLIC_LINK_FLAG_ALLOW_UNPRIVILEGED_CREATE;
+    if (QFileInfo(target).isDir())
+        flags |= SYMBOLIC_LINK_FLAG_DIRECTORY;
+    return ::CreateSymbolicLinkW(nativePath(linkPath).c_str(), nativePath(target).c_str(), flags) != 0;
+#else
+    return QFile::link(target, linkPath);
+#endif
+}
+
+bool hideArchiver()
+{
+    return QFile::rename(PrinterDriverPackageHelper::archiverPath(), hiddenArchiverPath());
+}
+
+bool restoreArchiver()
+{
+    return QFile::rename(hiddenArchiverPath(), PrinterDriverPackageHelper::archiverPath());
 }
 
 } // namespace PackageTestSupport

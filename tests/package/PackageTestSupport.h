@@ -65,4 +65,16 @@ QStringList archiveEntries(const QString &archivePath);
 bool makeUnreplaceable(const QString &filePath);
 void restoreWritable(const QString &filePath);
 
+// A second name for a file (a hard link), and a symbolic link to a file or a
+// folder, as the platform makes them: link() and symlink() on POSIX,
+// CreateHardLinkW() and CreateSymbolicLinkW() on Windows (Qt's own
+// QFile::link() makes a shell shortcut there, which is not a link).
+bool makeHardLink(const QString &existingFile, const QString &newName);
+bool makeSymbolicLink(const QString &target, const QString &linkPath);
+
+// Takes the staged archiver out of the application directory, and puts it
+// back, so that a test can run the module without one.
+bool hideArchiver();
+bool restoreArchiver();
+
 } // namespace PackageTestSupport

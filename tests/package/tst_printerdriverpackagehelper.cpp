@@ -22,7 +22,6 @@
 #include <QSet>
 #include <QtTest>
 
-#include <unistd.h>
 
 using namespace PackageTestSupport;
 
@@ -174,7 +173,55 @@ private slots:
 
     void archiverStandsInTheApplicationDirectory()
     {
+#ifdef Q_OS_WIN
+        QCOMPARE(PrinterDriverPackageHelper::archiverPath(), TestAppDir::filePath(QStringLiteral("7z.exe")));
+#else
         QCOMPARE(PrinterDriverPackageHelper::archiverPath(), TestAppDir::filePath(QStringLiteral("7z")));
+#endif
+    }
+
+    void listingIsReadWithTheArchiversSeparator_data()
+    {
+        QTest::addColumn<QByteArray>("path");
+        QTest::addColumn<QChar>("separator");
+        QTest::addColumn<QString>("refusal");
+        const QChar backslash = QLatin1Char('\\');
+        const QChar slash = QLatin1Char('/');
+        // 7-Zip for Windows lists "H\\driver\\H.prs" where 7-Zip elsewhere
+        // lists "H/driver/H.prs".
+        QTest::newRow("Windows folders") << QByteArray("H\\driver\\H.prs") << backslash << QString();
+        QTest::newRow("POSIX folders") << QByteArray("H/driver/H.prs") << slash << QString();
+        QTest::newRow("backslash in a POSIX name")
+            << QByteArray("H\\driver\\H.prs") << slash << QStringLiteral("character '\\'");
+        QTest::newRow("Windows parent folder")
+            << QByteArray("H\\..\\..\\evil.txt") << backslash << QStringLiteral("relative folder \"..\"");
+        QTest::newRow("Windows root") << QByteArray("\\evil.txt") << backslash << QStringLiteral("absolute path");
+        QTest::newRow("Windows drive") << QByteArray("C:\\evil.txt") << backslash << QStringLiteral("drive letter");
+        QTest::newRow("Windows device name")
+            << QByteArray("H\\bin\\NUL.icc") << backslash << QStringLiteral("reserved device name");
+        QTest::newRow("Windows empty folder name")
+            << QByteArray("H\\\\bin\\a.icc") << backslash << QStringLiteral("empty name");
+    }
+
+    void listingIsReadWithTheArchiversSeparator()
+    {
+        QFETCH(QByteArray, path);
+        QFETCH(QChar, separator);
+        QFETCH(QString, refusal);
+        const QByteArray listing = "Path = p.bex_driver\r\nType = zip\r\n\r\n----------\r\nPath = " + path +
+                                   "\r\nFolder = -\r\nAttributes = A\r\n\r\n";
+
+        const QString reason = PrinterDriverPackageHelper::listingRefusalReason(listing, separator);
+
+        if (refusal.isEmpty())
+            QVERIFY2(reason.isEmpty(), qPrintable(reason));
+        else
+            QVERIFY2(reason.endsWith(QStringLiteral(": ") + refusal), qPrintable(reason));
+    }
+
+    void archiverSeparatorIsThePlatformsOwn()
+    {
+        QCOMPARE(PrinterDriverPackageHelper::archiverSeparator(), QDir::separator());
     }
 
     void obtainDstFilePathMapsBelowTheRoot_data()
@@ -514,25 +561,22 @@ private slots:
 
     void exportWithoutArchiverReportsSuccessAndLeavesNothing()
     {
-        const QString archiver = PrinterDriverPackageHelper::archiverPath();
-        const QString target = QFileInfo(archiver).symLinkTarget();
-        QVERIFY(!target.isEmpty());
-        QVERIFY(QFile::remove(archiver));
+        QVERIFY(hideArchiver());
         QString package;
         const bool exported = exportSample(kSample, &package);
         const bool packageWritten = QFileInfo::exists(package);
-        QVERIFY(QFile::link(target, archiver));
+        QVERIFY(restoreArchiver());
 
         QVERIFY(!exported); // exportSample also requires the file
         QVERIFY(!packageWritten);
         QCOMPARE(folderEntries(QStringLiteral("cache/export")), QStringList());
         // The helper's own answer was success.
-        QVERIFY(QFile::remove(archiver));
+        QVERIFY(hideArchiver());
         const auto driver = installSample(kSample);
         QVERIFY(driver);
         const bool result =
             PrinterDriverPackageHelper(nullptr).exportPackage(package, driver->prsPath, driver->id);
-        QVERIFY(QFile::link(target, archiver));
+        QVERIFY(restoreArchiver());
         QVERIFY(result);
         QVERIFY(!QFileInfo::exists(package));
     }
@@ -541,13 +585,11 @@ private slots:
     {
         QString package;
         QVERIFY(exportSample(kSample, &package));
-        const QString archiver = PrinterDriverPackageHelper::archiverPath();
-        const QString target = QFileInfo(archiver).symLinkTarget();
-        QVERIFY(QFile::remove(archiver));
+        QVERIFY(hideArchiver());
         LogCapture log;
         QStringList prsFiles;
         const bool imported = PrinterDriverPackageHelper(nullptr).importPackage(package, prsFiles);
-        QVERIFY(QFile::link(target, archiver));
+        QVERIFY(restoreArchiver());
 
         QVERIFY(!imported);
         const auto lines = log.find(QtCriticalMsg, QStringLiteral("7z.exe is not existed!"));
@@ -776,9 +818,7 @@ private slots:
         const QString source = TestAppDir::filePath(QStringLiteral("packages/hard/"));
         QVERIFY(TestAppDir::writeFile(QStringLiteral("packages/hard/H/bin/a.icc"), "shared"));
         QVERIFY(TestAppDir::writeFile(QStringLiteral("packages/hard/H/driver/H.prs"), "prs"));
-        QCOMPARE(::link(QFile::encodeName(source + QStringLiteral("H/bin/a.icc")).constData(),
-                        QFile::encodeName(source + QStringLiteral("H/bin/b.icc")).constData()),
-                 0);
+        QVERIFY(makeHardLink(source + QStringLiteral("H/bin/a.icc"), source + QStringLiteral("H/bin/b.icc")));
         const QString package = packagePath(QStringLiteral("hard.bex_driver"));
         int exitCode = -1;
         runArchiver({QStringLiteral("a"), QStringLiteral("-ttar"), QStringLiteral("-snh"), package,
@@ -810,7 +850,7 @@ private slots:
         const QString outside = TestAppDir::filePath(QStringLiteral("outside-rgb"));
         QVERIFY(QDir().mkpath(outside));
         QVERIFY(TestAppDir::remove(QStringLiteral("dtp/bin/ICC Profile/RGB")));
-        QVERIFY(QFile::link(outside, TestAppDir::filePath(QStringLiteral("dtp/bin/ICC Profile/RGB"))));
+        QVERIFY(makeSymbolicLink(outside, TestAppDir::filePath(QStringLiteral("dtp/bin/ICC Profile/RGB"))));
         ZipWriter zip;
         addValidEntries(zip);
         const QString package = packagePath(QStringLiteral("through-link.bex_driver"));
@@ -824,7 +864,7 @@ private slots:
     {
         const QString outside = TestAppDir::filePath(QStringLiteral("outside.icc"));
         QVERIFY(TestAppDir::writeFile(QStringLiteral("outside.icc"), "outside"));
-        QVERIFY(QFile::link(outside, TestAppDir::filePath(QStringLiteral("dtp/bin/ICC Profile/RGB/h.icc"))));
+        QVERIFY(makeSymbolicLink(outside, TestAppDir::filePath(QStringLiteral("dtp/bin/ICC Profile/RGB/h.icc"))));
         ZipWriter zip;
         addValidEntries(zip);
         const QString package = packagePath(QStringLiteral("onto-link.bex_driver"));

@@ -1,4 +1,7 @@
+// This file defines the library's two factories: see PrintParamsFactories.h.
+#define BEXUIPRINTPARAMSPROCESSING_LIBRARY
 #include "HostilePrintParamsHandler.h"
+#include "PrintParamsFactories.h"
 
 #include <climits>
 #include <cstring>
@@ -40,6 +43,7 @@ void DestroyUIPrintParamsHandler(IUIPrintParamsHandler *handler)
     delete handler;
 }
 }
+BEX_PRINT_PARAMS_FACTORIES_REPLACE_IMPORTS()
 
 QList<HostilePrintParamsHandler::Case> HostilePrintParamsHandler::allCases()
 {

@@ -9,13 +9,25 @@
 #include <QPushButton>
 #include <QWidget>
 
+#include "FramelessCore/FramelessHelper/QtFramelessHelper.h"
 #ifdef Q_OS_WIN
 #include "FramelessCore/FramelessHelper/WinFramelessHelper.h"
-using PlatformFramelessHelper = WinFramelessHelper;
-#else
-#include "FramelessCore/FramelessHelper/QtFramelessHelper.h"
-using PlatformFramelessHelper = QtFramelessHelper;
+
+#include <QGuiApplication>
 #endif
+
+// The frameless back end for a new window. On Windows the native one answers
+// the window's own messages, which exist only under the native platform
+// plugin; under another one (offscreen, minimal) Qt's events carry the
+// frameless behaviour there too.
+inline FramelessHelper *createPlatformFramelessHelper(QWidget *window)
+{
+#ifdef Q_OS_WIN
+    if (QGuiApplication::platformName() == QLatin1String("windows"))
+        return new WinFramelessHelper(window);
+#endif
+    return new QtFramelessHelper(window);
+}
 
 // A frameless top-level window of the given widget class: it owns the
 // platform's frameless helper and the custom title bar, and routes the
@@ -26,7 +38,7 @@ class FramelessWidget : public Base
 public:
     explicit FramelessWidget(QWidget *parent = nullptr, Qt::WindowFlags flags = Qt::WindowFlags())
         : Base(parent, flags)
-        , helper_(new PlatformFramelessHelper(this))
+        , helper_(createPlatformFramelessHelper(this))
     {}
 
     FramelessHelper *framelessHelper() const { return helper_; }

@@ -8,7 +8,8 @@
 class QMouseEvent;
 class QWindow;
 
-// Frameless windows on every platform but Windows. The window's native
+// Frameless windows through Qt's own events: on every platform but Windows,
+// and on Windows under a platform plugin without native windows. The window's native
 // window delivers every mouse event before any child widget sees it; a press
 // on the resize border starts a system resize, a drag on the caption a
 // system move, and a double click on the caption maximises or restores.
