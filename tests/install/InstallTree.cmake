@@ -1,11 +1,14 @@
 # cmake -DBUILD_DIR=<build> -DHOST_SOURCE_DIR=<tests/install/host> [-DWORK_DIR=<folder>]
-#       [-DCMAKE_GENERATOR=<generator>] -P InstallTree.cmake
+#       [-DCMAKE_GENERATOR=<generator>] [-DLIBDIR=<libdir of the build>] -P InstallTree.cmake
 #
 # WORK_DIR defaults to a new folder in the temporary directory, outside the
 # build tree. Installs the build into WORK_DIR/installed, moves that tree to
 # WORK_DIR/moved (so that no path of the installation is right any more),
 # builds the host of HOST_SOURCE_DIR against the moved tree through
 # find_package() and runs it. Fails at the first step that does not work.
+# The package file for find_package() lies below lib/ or a folder of it
+# (lib/x86_64-linux-gnu/cmake/... on Debian); given LIBDIR, both libraries
+# must lie there.
 
 if(NOT DEFINED WORK_DIR)
     set(tmp "$ENV{TMPDIR}")
@@ -43,6 +46,13 @@ foreach(expected include/IRipEngineDriverUI.h
         message(FATAL_ERROR "the installed tree lacks ${expected}")
     endif()
 endforeach()
+if(DEFINED LIBDIR)
+    foreach(library libBexRipEngineDriverUI_RipServer.so libBexUIPrintParamsProcessing.so)
+        if(NOT EXISTS "${WORK_DIR}/moved/${LIBDIR}/${library}")
+            message(FATAL_ERROR "the installed tree lacks ${LIBDIR}/${library}")
+        endif()
+    endforeach()
+endif()
 # The header is the only one a host gets.
 file(GLOB headers RELATIVE "${WORK_DIR}/moved/include" "${WORK_DIR}/moved/include/*")
 if(NOT headers STREQUAL "IRipEngineDriverUI.h")
