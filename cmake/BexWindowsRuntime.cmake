@@ -100,6 +100,27 @@ if(CMAKE_CROSSCOMPILING AND CMAKE_HOST_UNIX AND NOT DEFINED CMAKE_CROSSCOMPILING
     list(REMOVE_DUPLICATES winepath)
     list(JOIN winepath ";" BEX_WINEPATH)
     string(REPLACE "/" "\\\\" BEX_WINE_QT_PLUGIN_PATH "Z:${BEX_QT_PLUGIN_DIR}")
+    # Under the offscreen and minimal platform plugins Qt for Windows draws
+    # text with the fonts of one folder (QT_QPA_FONTDIR), not with the
+    # system's: the build gets a folder with the fonts that the Linux runs
+    # find through fontconfig, Latin and Chinese.
+    set(BEX_WINE_FONT_DIR "${CMAKE_BINARY_DIR}/fonts")
+    file(MAKE_DIRECTORY "${BEX_WINE_FONT_DIR}")
+    set(bex_fonts
+        /usr/share/fonts/truetype/dejavu/DejaVuSans.ttf
+        /usr/share/fonts/truetype/dejavu/DejaVuSans-Bold.ttf
+        /usr/share/fonts/opentype/noto/NotoSansCJK-Regular.ttc
+        /usr/share/fonts/opentype/noto/NotoSansCJK-Bold.ttc)
+    foreach(font ${bex_fonts})
+        if(NOT EXISTS "${font}")
+            message(WARNING "${font} is missing (Debian packages fonts-dejavu-core, fonts-noto-cjk): "
+                            "offscreen tests under Wine draw no text with it")
+            continue()
+        endif()
+        get_filename_component(name "${font}" NAME)
+        file(CREATE_LINK "${font}" "${BEX_WINE_FONT_DIR}/${name}" SYMBOLIC)
+    endforeach()
+    string(REPLACE "/" "\\\\" BEX_WINE_QT_FONT_DIR "Z:${BEX_WINE_FONT_DIR}")
     configure_file("${CMAKE_CURRENT_LIST_DIR}/wine-run.in" "${CMAKE_BINARY_DIR}/wine-run"
         @ONLY FILE_PERMISSIONS OWNER_READ OWNER_WRITE OWNER_EXECUTE GROUP_READ GROUP_EXECUTE WORLD_READ WORLD_EXECUTE)
     set(CMAKE_CROSSCOMPILING_EMULATOR "${CMAKE_BINARY_DIR}/wine-run")
