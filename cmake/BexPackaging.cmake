@@ -16,8 +16,13 @@ if(WIN32)
 else()
     set(bex_module_dir "${CMAKE_INSTALL_LIBDIR}")
 endif()
+# The Windows DLLs carry no "lib" prefix (bex_windows_dll_names).
+get_target_property(bex_module_prefix BexRipEngineDriverUI_RipServer PREFIX)
+if(NOT bex_module_prefix AND NOT bex_module_prefix STREQUAL "")
+    set(bex_module_prefix "${CMAKE_SHARED_LIBRARY_PREFIX}")
+endif()
 set(BEX_MODULE_INSTALL_FILE
-    "${bex_module_dir}/${CMAKE_SHARED_LIBRARY_PREFIX}BexRipEngineDriverUI_RipServer${CMAKE_SHARED_LIBRARY_SUFFIX}")
+    "${bex_module_dir}/${bex_module_prefix}BexRipEngineDriverUI_RipServer${CMAKE_SHARED_LIBRARY_SUFFIX}")
 set(BEX_SAMPLES_INSTALL_DIR "${CMAKE_INSTALL_DATADIR}/BexRipEngineDriverUI_RipServer/dtp")
 set(bex_package_dir "${CMAKE_INSTALL_LIBDIR}/cmake/BexRipEngineDriverUI_RipServer")
 
@@ -58,9 +63,17 @@ string(JOIN "\n" CPACK_PACKAGE_DESCRIPTION
     "sample drivers with their ICC profiles. Driver packages are made and"
     "unpacked with 7-Zip.")
 set(CPACK_PACKAGE_VERSION "${PROJECT_VERSION}")
-set(CPACK_GENERATOR "DEB;TGZ")
+# A Windows build makes a zip of the same tree instead (its ready
+# application folder is the target windows_app_zip).
+if(WIN32)
+    set(CPACK_GENERATOR "ZIP")
+else()
+    set(CPACK_GENERATOR "DEB;TGZ")
+endif()
 set(CPACK_PACKAGE_FILE_NAME "BexRipEngineDriverUI_RipServer-${PROJECT_VERSION}-${CMAKE_SYSTEM_NAME}")
-set(CPACK_PACKAGING_INSTALL_PREFIX "/usr")
+if(NOT WIN32)
+    set(CPACK_PACKAGING_INSTALL_PREFIX "/usr")
+endif()
 # Packages carry the libraries without their debugging information.
 set(CPACK_STRIP_FILES TRUE)
 set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)

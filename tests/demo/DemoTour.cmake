@@ -1,10 +1,14 @@
 # cmake -DAPP_DIR=<staged application directory> -DSAMPLES_DIR=<sample drivers>
-#       -DWORK_DIR=<folder> -DDEMO_HOST=<demo_host file name> -P DemoTour.cmake
+#       -DWORK_DIR=<folder> -DDEMO_HOST=<demo_host file name>
+#       [-DEMULATOR=<program that runs it>] [-DPLATFORM=<Qt platform plugin>]
+#       -P DemoTour.cmake
 #
 # Copies the programs of the staged application directory into WORK_DIR with
 # fresh sample drivers and no installed driver or settings, runs the demo
 # host's headless tour there and checks what it reports: every step ok, and
-# a screenshot of every window it passed.
+# a screenshot of every window it passed. A Windows build made on Linux
+# runs the host under its emulator (Wine) with Qt's windows platform plugin,
+# on the display it is given, as an operator's desktop shows it.
 
 foreach(var APP_DIR SAMPLES_DIR WORK_DIR DEMO_HOST)
     if(NOT DEFINED ${var})
@@ -14,16 +18,26 @@ endforeach()
 
 file(REMOVE_RECURSE "${WORK_DIR}")
 file(MAKE_DIRECTORY "${WORK_DIR}/dtp")
+# On Windows the folder also holds Qt's DLLs and plugins and MinGW's runtime.
 file(GLOB programs LIST_DIRECTORIES false
     "${APP_DIR}/${DEMO_HOST}"
     "${APP_DIR}/*BexRipEngineDriverUI_RipServer*"
     "${APP_DIR}/*BexUIPrintParamsProcessing*"
-    "${APP_DIR}/7z" "${APP_DIR}/7z.exe")
+    "${APP_DIR}/7z" "${APP_DIR}/7z.exe"
+    "${APP_DIR}/*.dll")
 file(COPY ${programs} DESTINATION "${WORK_DIR}")
+foreach(plugins platforms styles imageformats)
+    if(IS_DIRECTORY "${APP_DIR}/${plugins}")
+        file(COPY "${APP_DIR}/${plugins}" DESTINATION "${WORK_DIR}")
+    endif()
+endforeach()
 file(COPY "${SAMPLES_DIR}/" DESTINATION "${WORK_DIR}/dtp")
 
-set(ENV{QT_QPA_PLATFORM} offscreen)
-execute_process(COMMAND "${WORK_DIR}/${DEMO_HOST}" --tour "${WORK_DIR}/screenshots"
+if(NOT PLATFORM)
+    set(PLATFORM offscreen)
+endif()
+set(ENV{QT_QPA_PLATFORM} "${PLATFORM}")
+execute_process(COMMAND ${EMULATOR} "${WORK_DIR}/${DEMO_HOST}" --tour "${WORK_DIR}/screenshots"
     WORKING_DIRECTORY "${WORK_DIR}"
     OUTPUT_VARIABLE output
     ERROR_VARIABLE errors

@@ -1,8 +1,9 @@
-# cmake -DBUILD_DIR=<build> -DWORK_DIR=<empty folder> [-DDEBIAN_LIBDIR=<libdir>] -P Packages.cmake
+# cmake -DBUILD_DIR=<build> -DWORK_DIR=<empty folder> [-DDEBIAN_LIBDIR=<libdir>] [-DWINDOWS=ON]
+#       -P Packages.cmake
 #
-# Runs CPack on the build and checks that it made a .deb and a .tar.gz that
-# hold the module, the print-parameter library, the header and the package
-# file for find_package().
+# Runs CPack on the build and checks that it made a .deb and a .tar.gz (a
+# .zip for a Windows build) that hold the module, the print-parameter
+# library, the header and the package file for find_package().
 #
 # With DEBIAN_LIBDIR (the build's CMAKE_INSTALL_LIBDIR, lib/<multiarch>) the
 # .deb is also checked as a Debian package: the libraries lie in
@@ -27,6 +28,34 @@ execute_process(COMMAND "${CPACK}" --config "${BUILD_DIR}/CPackConfig.cmake" -B 
     RESULT_VARIABLE result)
 if(NOT result EQUAL 0)
     message(FATAL_ERROR "cpack failed (${result})")
+endif()
+
+# A Windows build packs the same tree as a zip: the DLLs in bin/ beside
+# 7-Zip for Windows, no "lib" prefix.
+if(WINDOWS)
+    file(GLOB zips "${WORK_DIR}/*.zip")
+    list(LENGTH zips zip_count)
+    if(NOT zip_count EQUAL 1)
+        message(FATAL_ERROR "expected one .zip, found: ${zips}")
+    endif()
+    execute_process(COMMAND "${CMAKE_COMMAND}" -E tar tf "${zips}" OUTPUT_VARIABLE zip_listing
+        RESULT_VARIABLE result)
+    if(NOT result EQUAL 0)
+        message(FATAL_ERROR "cannot read ${zips}")
+    endif()
+    foreach(file "bin/BexRipEngineDriverUI_RipServer.dll" "bin/BexUIPrintParamsProcessing.dll" "bin/7z.exe"
+            "include/IRipEngineDriverUI.h" "BexRipEngineDriverUI_RipServerConfig.cmake"
+            "dtp/driver/BexUV2513_CMYKWV.prs")
+        string(FIND "${zip_listing}" "${file}" at)
+        if(at EQUAL -1)
+            message(FATAL_ERROR "the zip package lacks ${file}:\n${zip_listing}")
+        endif()
+    endforeach()
+    string(FIND "${zip_listing}" "/libBex" at)
+    if(NOT at EQUAL -1)
+        message(FATAL_ERROR "the zip package holds a library with the \"lib\" prefix:\n${zip_listing}")
+    endif()
+    return()
 endif()
 
 set(expected

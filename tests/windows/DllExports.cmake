@@ -6,6 +6,8 @@
 #
 #   cmake -DOBJDUMP=... -DAPP_DIR=... -DMODULE=... -DLIBRARY=... -P DllExports.cmake
 
+cmake_minimum_required(VERSION 3.16)
+
 foreach(var OBJDUMP APP_DIR MODULE LIBRARY)
     if(NOT ${var})
         message(FATAL_ERROR "${var} is not set")

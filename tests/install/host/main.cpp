@@ -12,6 +12,10 @@
 #include <QLibrary>
 #include <QTextStream>
 
+#ifdef Q_OS_WIN
+#include <qt_windows.h>
+#endif
+
 namespace {
 
 QTextStream &out()
@@ -34,8 +38,18 @@ Fn resolve(QLibrary &library, const char *name)
 
 // The file the process mapped for a library whose name starts with prefix,
 // from the Linux memory map; empty elsewhere or when it is not loaded.
+// The file of the loaded library whose name begins with prefix: from the
+// process's mappings on Linux, from the loader's list on Windows.
 QString mappedFile(const QString &prefix)
 {
+#ifdef Q_OS_WIN
+    const HMODULE library = ::GetModuleHandleW(reinterpret_cast<LPCWSTR>(prefix.utf16()));
+    wchar_t path[MAX_PATH];
+    const DWORD length = library ? ::GetModuleFileNameW(library, path, MAX_PATH) : 0;
+    if (length == 0 || length >= MAX_PATH)
+        return {};
+    return QFileInfo(QString::fromWCharArray(path, int(length))).canonicalFilePath();
+#else
     QFile maps(QStringLiteral("/proc/self/maps"));
     if (!maps.open(QIODevice::ReadOnly))
         return {};
@@ -49,6 +63,7 @@ QString mappedFile(const QString &prefix)
             return QFileInfo(path).canonicalFilePath();
     }
     return {};
+#endif
 }
 
 } // namespace
@@ -87,12 +102,14 @@ int main(int argc, char *argv[])
     // The print-parameter library must come from beside the module, not from
     // wherever the module was built.
     const QString moduleDir = QFileInfo(moduleFile).canonicalPath();
+#ifdef Q_OS_WIN
+    const QString printParams = mappedFile(QStringLiteral("BexUIPrintParamsProcessing.dll"));
+#else
     const QString printParams = mappedFile(QStringLiteral("libBexUIPrintParamsProcessing.so"));
+#endif
     out() << "print-parameter library " << printParams << '\n';
-#ifdef Q_OS_LINUX
     if (QFileInfo(printParams).path() != moduleDir)
         return fail(QStringLiteral("the print-parameter library was not taken from ") + moduleDir);
-#endif
 
     if (!initialize())
         return fail(QStringLiteral("Initialize refused"));
