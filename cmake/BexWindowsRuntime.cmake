@@ -70,12 +70,15 @@ endfunction()
 
 bex_stage_windows_runtime("${BEX_APP_DIR}")
 
-# A zip of the ready application folder, for a Windows machine.
+# A zip of the ready application folder, for a Windows machine: the
+# programs, DLLs and plugins of the staged folder and the sample drivers,
+# without what runs in the staged folder may have left there (settings,
+# cache/, installed drivers).
 set(BEX_WINDOWS_APP_ZIP "${CMAKE_BINARY_DIR}/BexRipEngineDriverUI_RipServer-${PROJECT_VERSION}-windows-x64.zip")
 add_custom_target(windows_app_zip
-    COMMAND "${CMAKE_COMMAND}" -E rm -f "${BEX_WINDOWS_APP_ZIP}"
-    COMMAND "${CMAKE_COMMAND}" -E tar cf "${BEX_WINDOWS_APP_ZIP}" --format=zip -- .
-    WORKING_DIRECTORY "${BEX_APP_DIR}"
+    COMMAND "${CMAKE_COMMAND}" "-DAPP_DIR=${BEX_APP_DIR}" "-DSAMPLES_DIR=${BEX_SAMPLE_DRIVERS_DIR}"
+            "-DSTAGING_DIR=${CMAKE_BINARY_DIR}/windows-app-zip" "-DZIP=${BEX_WINDOWS_APP_ZIP}"
+            -P "${CMAKE_CURRENT_LIST_DIR}/BexWindowsAppZip.cmake"
     COMMENT "Zipping the application folder into ${BEX_WINDOWS_APP_ZIP}"
     VERBATIM)
 
