@@ -3,6 +3,9 @@
 // given as argument. Run under a display, e.g.:
 //   xvfb-run -a build/tests-apps/frameless_screenshots/frameless_screenshots docs/screenshots
 // writes frameless-dialog.png, frameless-messagebox.png and their "-en" twins.
+// A Windows build takes them with the native platform plugin under Wine
+// (docs/screenshots/windows/), from its own folder under tests-apps/:
+//   DISPLAY=:N QT_QPA_PLATFORM=windows ../../wine-run ./frameless_screenshots.exe Z:/path/to/folder
 
 #include "FramelessWidget/Common/CommonFramelessDialog.h"
 #include "FramelessWidget/Common/CommonFramelessMessageBox.h"
@@ -35,8 +38,7 @@ bool saveDialog(const QString &path)
 bool saveMessageBox(const QString &path)
 {
     bool ok = false;
-    // Taken once the box has settled: its text edit shows a scroll bar until
-    // the first layout has given it its width.
+    // Taken once the box has settled: laid out, shown and painted.
     QTimer::singleShot(300, qApp, [&]() {
         QWidget *box = QApplication::activeModalWidget();
         if (!box)

@@ -46,6 +46,35 @@ QString lineOfWidth(const QFontMetrics &metrics, int width)
     return line;
 }
 
+// Counts every time a horizontal scroll bar of a message box's text is shown
+// or painted, from before the box appears until it is gone.
+class HorizontalScrollBarWatcher : public QObject
+{
+public:
+    HorizontalScrollBarWatcher() { qApp->installEventFilter(this); }
+    ~HorizontalScrollBarWatcher() override { qApp->removeEventFilter(this); }
+
+    int shown = 0;
+    int painted = 0;
+
+protected:
+    bool eventFilter(QObject *watched, QEvent *event) override
+    {
+        if (event->type() != QEvent::Show && event->type() != QEvent::Paint)
+            return false;
+        auto *bar = qobject_cast<QScrollBar *>(watched);
+        if (!bar || bar->orientation() != Qt::Horizontal)
+            return false;
+        for (QWidget *w = bar->parentWidget(); w; w = w->parentWidget()) {
+            if (qobject_cast<MessageBoxTextEdit *>(w)) {
+                ++(event->type() == QEvent::Show ? shown : painted);
+                break;
+            }
+        }
+        return false;
+    }
+};
+
 } // namespace
 
 class CommonFramelessMessageBoxTest : public QObject
@@ -78,6 +107,9 @@ private slots:
     void textEdit_keepsEmptyLines();
     void textEdit_emptyTextUsesBaseHint();
     void box_longTextScrollsInsideTheBox();
+    void box_wrappedTextNeverShowsHorizontalScrollBar_data();
+    void box_wrappedTextNeverShowsHorizontalScrollBar();
+    void textEdit_unbreakableWordWrapsInsideTheViewport();
 };
 
 void CommonFramelessMessageBoxTest::question_secondButtonReturnsOne()
@@ -487,6 +519,62 @@ void CommonFramelessMessageBoxTest::box_longTextScrollsInsideTheBox()
                                        QStringLiteral("确定"));
     QVERIFY(editHeight >= 400);
     QVERIFY(scrollMaximum > 0);
+}
+
+void CommonFramelessMessageBoxTest::box_wrappedTextNeverShowsHorizontalScrollBar_data()
+{
+    QTest::addColumn<QString>("text");
+    QTest::newRow("delete question") << QStringLiteral("确认删除驱动\"BexUV3220_8C.prs\"吗?");
+    QTest::newRow("english question") << QStringLiteral("Delete the driver \"BexUV3220_8C.prs\"?");
+    QTest::newRow("long wrapped line")
+        << QStringLiteral("如果继续安装，将会覆盖以下文件，覆盖后原来的打印机驱动设置将无法恢复，")
+               .repeated(4);
+    QTest::newRow("long path without spaces")
+        << QStringLiteral("C:/RipServer/dtp/BexUV3220_8C/ICC_Profile/RGB/").repeated(6) +
+               QStringLiteral("sRGB.icc");
+    QTest::newRow("one very long word") << QStringLiteral("BexUVProfile").repeated(20);
+    QString lines;
+    for (int i = 0; i < 40; ++i)
+        lines += QStringLiteral("ICC Profile/RGB/sample_%1.icc\n").arg(i);
+    QTest::newRow("many lines") << lines;
+}
+
+void CommonFramelessMessageBoxTest::box_wrappedTextNeverShowsHorizontalScrollBar()
+{
+    QFETCH(QString, text);
+    HorizontalScrollBarWatcher watcher;
+    int horizontalMaximum = -1;
+    whenMessageBoxShown([&](QWidget *box) {
+        auto *edit = box->findChild<MessageBoxTextEdit *>(QStringLiteral("framelessMessageBox_textEdit"));
+        QVERIFY(edit);
+        QVERIFY(QTest::qWaitForWindowExposed(box));
+        QCoreApplication::processEvents();
+        // The text fits the viewport's width: nothing hidden to the right.
+        horizontalMaximum = edit->horizontalScrollBar()->maximum();
+        QTest::mouseClick(boxButtons(box).at(0), Qt::LeftButton);
+    });
+    CommonFramelessMessageBox::warning(nullptr, QStringLiteral("温馨提示"), text, QStringLiteral("确定"));
+    QCOMPARE(horizontalMaximum, 0);
+    // Not even for a moment while the box settles.
+    QCOMPARE(watcher.shown, 0);
+    QCOMPARE(watcher.painted, 0);
+}
+
+void CommonFramelessMessageBoxTest::textEdit_unbreakableWordWrapsInsideTheViewport()
+{
+    MessageBoxTextEdit edit;
+    // One word, far wider than the widest message box.
+    const QString word = QStringLiteral("BexUVProfile").repeated(20);
+    QVERIFY(QFontMetrics(edit.font()).horizontalAdvance(word) > 2 * MessageBoxTextEdit::MaximumWidth);
+    edit.setMessageText(word);
+    edit.resize(edit.minimumSizeHint());
+    edit.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&edit));
+    QCoreApplication::processEvents();
+    QCOMPARE(edit.horizontalScrollBar()->maximum(), 0);
+    QVERIFY(!edit.horizontalScrollBar()->isVisible());
+    // Wrapped, not cut off.
+    QVERIFY(edit.document()->lineCount() > 1);
 }
 
 QTEST_MAIN(CommonFramelessMessageBoxTest)

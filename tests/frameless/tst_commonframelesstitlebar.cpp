@@ -4,6 +4,7 @@
 
 #include <QApplication>
 #include <QLabel>
+#include <QLineEdit>
 #include <QPushButton>
 #include <QSignalSpy>
 #include <QVBoxLayout>
@@ -71,6 +72,7 @@ private slots:
     void iconClick_reportsBottomLeftCornerAndIsConsumed();
     void paint_drawsStyleSheetBackground();
     void menuBar_raisesHeightOnlyWhenAllowed();
+    void buttons_neverTakeKeyboardFocus();
 };
 
 void CommonFramelessTitleBarTest::construction_namesChildrenForTheStyleSheet_data()
@@ -313,6 +315,29 @@ void CommonFramelessTitleBarTest::menuBar_raisesHeightOnlyWhenAllowed()
     QCOMPARE(adjusted.titleBar->maximumHeight(), expected);
     QVERIFY(log.contains(QtDebugMsg, QStringLiteral("realTitleBar maxSize:")));
     QVERIFY(log.contains(QtDebugMsg, QStringLiteral("menuBar sizeHint")));
+}
+
+void CommonFramelessTitleBarTest::buttons_neverTakeKeyboardFocus()
+{
+    Window w;
+    auto *edit = new QLineEdit(&w.window);
+    w.window.layout()->addWidget(edit);
+    w.window.show();
+    QApplication::setActiveWindow(&w.window);
+    QVERIFY(QTest::qWaitForWindowActive(&w.window));
+    edit->setFocus();
+    QCOMPARE(QApplication::focusWidget(), edit);
+    // Tab and Backtab go round the window's focus chain: never onto the title bar.
+    for (const Qt::Key key : {Qt::Key_Tab, Qt::Key_Tab, Qt::Key_Tab, Qt::Key_Backtab, Qt::Key_Backtab}) {
+        QTest::keyClick(QApplication::focusWidget(), key);
+        QCOMPARE(QApplication::focusWidget(), edit);
+    }
+    QSignalSpy minimized(w.titleBar, &CommonFramelessTitleBar::windowMinimized);
+    QSignalSpy closed(w.titleBar, &CommonFramelessTitleBar::windowClosed);
+    QTest::keyClick(edit, Qt::Key_Space);
+    QTest::keyClick(edit, Qt::Key_Return);
+    QCOMPARE(minimized.count(), 0);
+    QCOMPARE(closed.count(), 0);
 }
 
 QTEST_MAIN(CommonFramelessTitleBarTest)

@@ -41,7 +41,15 @@ QString defaultIconPath(int iconKind)
 
 MessageBoxTextEdit::MessageBoxTextEdit(QWidget *parent)
     : QPlainTextEdit(parent)
-{}
+{
+    // The text wraps at the edit's width (a word wider than that is broken
+    // too), so nothing lies right of the viewport and a horizontal scroll bar
+    // has nothing to show. As needed, it showed anyway when the box appeared:
+    // the text is laid out as soon as it is set, at the edit's initial width,
+    // before the box's layout gives the edit its own, and the scroll bar
+    // range from that first layout is what the edit is shown with.
+    setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+}
 
 void MessageBoxTextEdit::setMessageText(const QString &text)
 {

@@ -14,6 +14,7 @@ class QLabel;
 
 // The read-only text of a message box. Its minimum size hint fits the text:
 // lines up to 600 pixels wide, long lines wrapped, at most 400 pixels high.
+// It never scrolls sideways: every line wraps inside its width.
 class MessageBoxTextEdit : public QPlainTextEdit
 {
     Q_OBJECT

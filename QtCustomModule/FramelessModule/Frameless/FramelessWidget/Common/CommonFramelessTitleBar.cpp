@@ -101,6 +101,13 @@ CommonFramelessTitleBar::CommonFramelessTitleBar(QWidget *parent)
     nameWidget(btnClose_, "framelessTitleBar_btnClose");
     btnClose_->setToolTip(tr("关闭"));
 
+    // Like a native caption's buttons they are for the mouse only: with
+    // keyboard focus, the first of them would take the focus of a window
+    // without other focusable widgets (drawn with a focus frame by the
+    // Windows style), and Space or Enter would minimise or close the window.
+    for (QPushButton *button : {btnMin_, btnRestore_, btnClose_})
+        button->setFocusPolicy(Qt::NoFocus);
+
     auto *barLayout = new QHBoxLayout(realTitleBar_);
     barLayout->setContentsMargins(8, 0, 2, 0);
     barLayout->setSpacing(0);
