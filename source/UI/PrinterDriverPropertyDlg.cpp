@@ -28,12 +28,15 @@
 #include <QListView>
 #include <QPushButton>
 #include <QScreen>
+#include <QScrollArea>
+#include <QScrollBar>
 #include <QSignalBlocker>
 #include <QSlider>
 #include <QSpacerItem>
 #include <QSpinBox>
 #include <QStandardItem>
 #include <QStandardItemModel>
+#include <QStyle>
 
 #include <algorithm>
 #include <cmath>
@@ -478,10 +481,51 @@ void PrinterDriverPropertyDlg::showEvent(QShowEvent *event)
     // The other-property list shows whole up to a dozen rows or so and
     // scrolls beyond; its scroll area alone would offer the height of its
     // contents before they were filled. Measured here, where the widgets are
-    // polished for showing anyway, so that opening the dialog stays quick.
+    // polished (style and font metrics known) for showing anyway, so that
+    // opening the dialog stays quick.
     const int listHeight = ui_->scrollAreaWidgetContents_common_->sizeHint().height();
     ui_->scrollArea_common_->setMinimumHeight(std::min(listHeight, MaxCommonListHeight));
+    settleLayout();
     CommonFramelessDialog::showEvent(event);
+}
+
+// Lays the content out now, from the innermost layouts outwards, and fits
+// both scroll areas to it. A changed size hint only posts a layout request,
+// and a window system may paint the new window before that request is
+// delivered (Windows does, inside a host's modal loop): the window would
+// first show the layout made while the dialog was built, before the list
+// had its height, with scroll bars and the spare height in the wrong place.
+void PrinterDriverPropertyDlg::settleLayout()
+{
+    QList<QWidget *> widgets = ui_->scrollAreaWidgetContents_main_->findChildren<QWidget *>();
+    // Each widget is listed before its descendants: backwards, every inner
+    // layout is settled before the one that sizes it.
+    std::reverse(widgets.begin(), widgets.end());
+    widgets << ui_->scrollAreaWidgetContents_main_;
+    for (QWidget *widget : qAsConst(widgets)) {
+        if (QLayout *layout = widget->layout()) {
+            layout->invalidate();
+            layout->activate();
+        }
+    }
+
+    // The main area never scrolls sideways: it is at least as wide as its
+    // content beside a vertical scroll bar, so the content fits whether
+    // that bar shows or not.
+    QScrollArea *main = ui_->scrollArea_main_;
+    const int frame = 2 * main->frameWidth();
+    const int bar =
+        main->style()->pixelMetric(QStyle::PM_ScrollBarExtent, nullptr, main->verticalScrollBar());
+    main->setMinimumWidth(ui_->scrollAreaWidgetContents_main_->minimumSizeHint().width() + bar + frame);
+
+    // Setting the policies again places the scroll bars at once, as the
+    // ranges now ask, instead of on the next round of the event loop.
+    for (QScrollArea *area : {main, ui_->scrollArea_common_}) {
+        area->setWidgetResizable(true);
+        area->setVerticalScrollBarPolicy(area->verticalScrollBarPolicy());
+        area->setHorizontalScrollBarPolicy(area->horizontalScrollBarPolicy());
+    }
+    ui_->verLayout_main_->activate();
 }
 
 void PrinterDriverPropertyDlg::on_advancedStateChanged(int state)

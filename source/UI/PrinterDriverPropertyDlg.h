@@ -91,6 +91,7 @@ private:
     void setupDetailSections();
     void setupConnections();
     void restoreGeometryFromSettings();
+    void settleLayout();
     void saveWindowRecord();
 
     bool read();

@@ -5,6 +5,8 @@
 // display must be tall:
 //   xvfb-run -a -s "-screen 0 1600x2400x24" ./propertydlg_screenshot docs/screenshots
 // writes property-dialog-<driver>.png (Chinese) and property-dialog-<driver>-en.png.
+// With --default-size the dialog keeps the size and the sections of a first
+// opening, as the operator sees it then (it may scroll).
 
 #include "Config/PrinterDriverConfig.h"
 #include "UI/PrinterDriverManager.h"
@@ -22,14 +24,20 @@ namespace {
 
 const char *const samples[] = {"BexUV2513_CMYKWV", "BexUV1610_CMYKLcLm", "BexUV3220_8C"};
 
-// Opens the dialog on the driver with every section shown, tall enough that
-// nothing needs scrolling, and saves it.
-bool shoot(const QString &driverId, const QString &path)
+// Opens the dialog on the driver and saves it: with `defaultSize` at the size
+// of a first opening, else tall enough that nothing needs scrolling.
+bool shoot(const QString &driverId, const QString &path, bool defaultSize)
 {
+    PrinterDriverConfig::instance()->setWindowRecord(QPoint(0, 0), QSize());
     PrinterDriverPropertyDlg dialog(driverId, nullptr);
     dialog.setExtraOption(RipExtraOption{1, false});
     dialog.show();
     QApplication::processEvents();
+    if (defaultSize) {
+        for (int round = 0; round < 20; ++round)
+            QApplication::processEvents(QEventLoop::AllEvents, 20);
+        return ScreenshotSupport::saveWhenShown(&dialog, path);
+    }
     auto *scroll = dialog.findChild<QScrollArea *>(QStringLiteral("scrollArea_main_"));
     for (int attempt = 0; attempt < 3; ++attempt) {
         const int hidden = scroll->widget()->sizeHint().height() - scroll->viewport()->height();
@@ -51,9 +59,10 @@ bool shoot(const QString &driverId, const QString &path)
 int main(int argc, char *argv[])
 {
     QApplication app(argc, argv);
-    const QStringList args = QApplication::arguments();
+    QStringList args = QApplication::arguments();
+    const bool defaultSize = args.removeAll(QStringLiteral("--default-size")) > 0;
     if (args.size() != 2) {
-        std::fprintf(stderr, "usage: propertydlg_screenshot <output folder>\n");
+        std::fprintf(stderr, "usage: propertydlg_screenshot [--default-size] <output folder>\n");
         return 2;
     }
     if (!ScreenshotSupport::applyHostLook(app))
@@ -61,10 +70,9 @@ int main(int argc, char *argv[])
 
     const auto config = PrinterDriverConfig::instance();
     config->setShowIccDetail(true);
-    config->setShowInkDetail(true);
+    config->setShowInkDetail(!defaultSize);
     config->setShowOtherPropertyDetail(true);
     config->setShowExtraOptionDetail(true);
-    config->setWindowRecord(QPoint(0, 0), QSize());
 
     PrinterDriverManager *manager = PrinterDriverManager::instance();
     QStringList ids;
@@ -85,7 +93,9 @@ int main(int argc, char *argv[])
     for (const ScreenshotSupport::Language &language : ScreenshotSupport::languages()) {
         for (int i = 0; i < ids.size(); ++i) {
             const QString name = QStringLiteral("property-dialog-%1.png").arg(QLatin1String(samples[i]));
-            ok = shoot(ids.at(i), ScreenshotSupport::useLanguage(language, out.filePath(name))) && ok;
+            ok =
+                shoot(ids.at(i), ScreenshotSupport::useLanguage(language, out.filePath(name)), defaultSize) &&
+                ok;
         }
     }
     manager->unload();

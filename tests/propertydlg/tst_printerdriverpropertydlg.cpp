@@ -1014,7 +1014,9 @@ private slots:
         for (const char *button : {"btn_ok_", "btn_cancel_"}) {
             PrinterDriverPropertyDlg dialog(driverId, nullptr);
             dialog.show();
-            const QSize size(600 + int(qstrlen(button)), 500);
+            // Not narrower than the dialog allows: its content never scrolls
+            // sideways.
+            const QSize size(qMax(600, dialog.minimumWidth()) + int(qstrlen(button)), 500);
             dialog.resize(size);
             QTest::mouseClick(child<QPushButton>(&dialog, QLatin1String(button)), Qt::LeftButton);
             QVERIFY(!dialog.isVisible());
