@@ -99,7 +99,9 @@ struct ArchiverRun
     QByteArray output;
 
     // 7-Zip's exit codes: 0 done, 1 done with warnings (a file it could not
-    // read, an archive with data after its end), 2 and above errors.
+    // read while packing), 2 and above errors (a damaged entry, an archive
+    // it cannot open). Remarks about the archive itself, such as data after
+    // its end, are printed as warnings but leave the code at 0.
     bool succeeded() const { return started && exitCode == 0; }
     bool warned() const { return started && exitCode == 1; }
     bool failed() const { return !succeeded() && !warned(); }
@@ -211,6 +213,37 @@ QString entryRefusedText(const QString &path, const QString &reason)
     return QStringLiteral("package entry refused - %1: %2").arg(path, reason);
 }
 
+// 7-Zip for Windows lists and writes a name as Windows can hold it: a
+// backslash inside a name made on another system becomes U+F05C, and a byte
+// that is not valid UTF-8 becomes U+EF00 plus the byte. The listing is judged
+// by the names as the package wrote them, so the backslash comes back and
+// such a byte reads as text that is not valid.
+QString withWindowsStandInsRead(QString path)
+{
+    for (QChar &c : path) {
+        const ushort code = c.unicode();
+        if (code == 0xf05c)
+            c = QLatin1Char('\\');
+        else if (code >= 0xef80 && code <= 0xefff)
+            c = QChar(QChar::ReplacementCharacter);
+    }
+    return path;
+}
+
+// "Warnings: <count>", the line 7-Zip ends a listing with when it warned
+// about the archive.
+bool isWarningCount(const QByteArray &line)
+{
+    static const QByteArray prefix("Warnings: ");
+    if (!line.startsWith(prefix) || line.size() == prefix.size())
+        return false;
+    for (int i = prefix.size(); i < line.size(); ++i) {
+        if (line.at(i) < '0' || line.at(i) > '9')
+            return false;
+    }
+    return true;
+}
+
 // One entry of the archiver's technical listing ("l -slt").
 struct ListedEntry
 {
@@ -242,6 +275,10 @@ bool parseListing(const QByteArray &output, QChar separator, QString &archiveTyp
             inEntry = false;
             continue;
         }
+        // After the last entry 7-Zip counts the warnings it printed about
+        // the archive ("Warnings: 1" for data after its end).
+        if (!inEntry && isWarningCount(line))
+            continue;
         const int equals = line.indexOf(" = ");
         const int bareEquals = line.endsWith(" =") ? line.size() - 2 : -1;
         const int split = equals >= 0 ? equals : bareEquals;
@@ -253,6 +290,8 @@ bool parseListing(const QByteArray &output, QChar separator, QString &archiveTyp
             QString path = value;
             if (separator != QLatin1Char('/'))
                 path.replace(separator, QLatin1Char('/'));
+            if (separator == QLatin1Char('\\'))
+                path = withWindowsStandInsRead(path);
             entries.append(ListedEntry{path, QString(), false});
             inEntry = true;
             continue;
@@ -481,6 +520,161 @@ QString PrinterDriverPackageHelper::listingRefusalReason(const QByteArray &listi
     return QString();
 }
 
+namespace {
+
+quint32 readLittleEndian(const QByteArray &bytes, qint64 at, int size)
+{
+    quint64 value = 0;
+    for (int i = size - 1; i >= 0; --i)
+        value = value << 8 | quint8(bytes.at(int(at + i)));
+    return quint32(value);
+}
+
+quint64 readLittleEndian64(const QByteArray &bytes, qint64 at)
+{
+    return quint64(readLittleEndian(bytes, at + 4, 4)) << 32 | readLittleEndian(bytes, at, 4);
+}
+
+quint32 crc32Of(const QByteArray &bytes)
+{
+    quint32 crc = 0xffffffffu;
+    for (const char byte : bytes) {
+        crc ^= quint8(byte);
+        for (int bit = 0; bit < 8; ++bit)
+            crc = (crc & 1) ? (crc >> 1) ^ 0xedb88320u : crc >> 1;
+    }
+    return ~crc;
+}
+
+// The name of one central directory record as the archiver reads it: the
+// stored bytes, or, for a name not flagged UTF-8, the UTF-8 form in its
+// Info-ZIP Unicode Path field (0x7075) when that field belongs to these
+// bytes (its CRC-32 matches them). 7-Zip for Windows writes names in the
+// OEM code page with such a field unless told to write UTF-8.
+QByteArray recordName(const QByteArray &directory, qint64 record, qint64 nameSize, qint64 extraSize)
+{
+    const QByteArray stored = directory.mid(int(record + 46), int(nameSize));
+    const bool utf8Flag = readLittleEndian(directory, record + 8, 2) & 0x0800;
+    if (utf8Flag)
+        return stored;
+    qint64 field = record + 46 + nameSize;
+    const qint64 end = field + extraSize;
+    while (field + 4 <= end) {
+        const quint32 id = readLittleEndian(directory, field, 2);
+        const qint64 size = readLittleEndian(directory, field + 2, 2);
+        if (field + 4 + size > end)
+            break;
+        if (id == 0x7075 && size >= 5 && directory.at(int(field + 4)) == 1 &&
+            readLittleEndian(directory, field + 5, 4) == crc32Of(stored))
+            return directory.mid(int(field + 9), int(size - 5));
+        field += 4 + size;
+    }
+    return stored;
+}
+
+// The central directory of a driver package is a few kilobytes; one that
+// claims more than this is not read.
+constexpr qint64 kMaxCentralDirectoryBytes = qint64(64) << 20;
+
+// The entry names of a zip archive's central directory (recordName()),
+// found through its end record: the last one in the file's final 64 KiB and
+// a little, so that a little data after the end of the archive does not hide
+// it; ZIP64 end records are followed. False when the file holds no readable
+// central directory.
+bool readStoredNames(const QString &path, QVector<QByteArray> &names)
+{
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly))
+        return false;
+    const qint64 size = file.size();
+    constexpr qint64 kEndRecordBytes = 22;
+    const qint64 tailSize = qMin(size, kEndRecordBytes + 0xffff + 1024);
+    if (tailSize < kEndRecordBytes || !file.seek(size - tailSize))
+        return false;
+    const QByteArray tail = file.read(tailSize);
+    if (tail.size() != tailSize)
+        return false;
+    const qint64 tailStart = size - tailSize;
+    for (qint64 at = tailSize - kEndRecordBytes; at >= 0; --at) {
+        if (readLittleEndian(tail, at, 4) != 0x06054b50u)
+            continue;
+        const qint64 endRecord = tailStart + at;
+        quint64 count = readLittleEndian(tail, at + 10, 2);
+        quint64 directorySize = readLittleEndian(tail, at + 12, 4);
+        quint64 directoryOffset = readLittleEndian(tail, at + 16, 4);
+        qint64 directoryEnd = endRecord;
+        if (count == 0xffff || directorySize == 0xffffffffu || directoryOffset == 0xffffffffu) {
+            // ZIP64: the locator stands just before the end record.
+            if (at < 20 || readLittleEndian(tail, at - 20, 4) != 0x07064b50u)
+                continue;
+            const quint64 zip64End = readLittleEndian64(tail, at - 20 + 8);
+            if (zip64End > quint64(size) || quint64(size) - zip64End < 56 || !file.seek(qint64(zip64End)))
+                continue;
+            const QByteArray record = file.read(56);
+            if (record.size() != 56 || readLittleEndian(record, 0, 4) != 0x06064b50u)
+                continue;
+            count = readLittleEndian64(record, 32);
+            directorySize = readLittleEndian64(record, 40);
+            directoryOffset = readLittleEndian64(record, 48);
+            directoryEnd = qint64(zip64End);
+        }
+        if (directorySize > quint64(kMaxCentralDirectoryBytes) || directorySize > quint64(directoryEnd))
+            continue;
+        // Data before the archive (a self-extractor) moves every offset.
+        const qint64 directoryStart = directoryEnd - qint64(directorySize);
+        if (directoryOffset > quint64(directoryStart) || !file.seek(directoryStart))
+            continue;
+        const QByteArray directory = file.read(qint64(directorySize));
+        if (directory.size() != qint64(directorySize))
+            continue;
+        QVector<QByteArray> found;
+        qint64 position = 0;
+        bool complete = true;
+        for (quint64 i = 0; i < count && complete; ++i) {
+            complete =
+                position + 46 <= directory.size() && readLittleEndian(directory, position, 4) == 0x02014b50u;
+            if (!complete)
+                break;
+            const qint64 nameSize = readLittleEndian(directory, position + 28, 2);
+            const qint64 extraSize = readLittleEndian(directory, position + 30, 2);
+            const qint64 commentSize = readLittleEndian(directory, position + 32, 2);
+            const qint64 next = position + 46 + nameSize + extraSize + commentSize;
+            complete = next <= directory.size();
+            if (complete)
+                found.append(recordName(directory, position, nameSize, extraSize));
+            position = next;
+        }
+        if (!complete)
+            continue;
+        names = found;
+        return true;
+    }
+    return false;
+}
+
+} // namespace
+
+QString PrinterDriverPackageHelper::storedNamesRefusalReason(const QString &packageFilePath)
+{
+    QVector<QByteArray> names;
+    if (!readStoredNames(packageFilePath, names))
+        return QStringLiteral("package names cannot be read from its central directory");
+    for (QByteArray name : qAsConst(names)) {
+        // A folder entry ends with "/".
+        if (name.endsWith('/'))
+            name.chop(1);
+        // Read as UTF-8 whatever the entry's encoding flag says: a name that
+        // is not UTF-8 reads differently on every machine, in every code
+        // page.
+        const QString text = QString::fromUtf8(name);
+        const QString reason =
+            text.toUtf8() == name ? entryRefusalReason(text) : QStringLiteral("name that is not valid text");
+        if (!reason.isEmpty())
+            return entryRefusedText(text, reason);
+    }
+    return QString();
+}
+
 bool PrinterDriverPackageHelper::readDriverInfo(const QString &driverId, Package &package)
 {
     IUIPrintParamsHandler *handler = PrinterDriverManager::instance()->getHandler();
@@ -624,8 +818,13 @@ bool PrinterDriverPackageHelper::encode(const QString &packageFilePath, const QS
     // and is kept when the archiver fails.
     const QString partialPath = packageFilePath + QStringLiteral(".partial");
     QFile::remove(partialPath);
-    const ArchiverRun run =
-        runArchiver(program, {QStringLiteral("a"), QStringLiteral("-tzip"), partialPath, driverWorkDir}, false);
+    // Names that are not ASCII are written as UTF-8 and flagged so
+    // ("-mcu=on"): 7-Zip for Windows would otherwise write them in the OEM
+    // code page, which machines of other code pages read differently.
+    const ArchiverRun run = runArchiver(
+        program,
+        {QStringLiteral("a"), QStringLiteral("-tzip"), QStringLiteral("-mcu=on"), partialPath, driverWorkDir},
+        false);
     if (run.started && !run.succeeded()) {
         // Even a warning means a file of the driver is missing from the
         // archive: such a package never takes the place of the chosen file.
@@ -672,12 +871,17 @@ bool checkListing(const QString &program, const QString &packageFilePath)
                                 << run.exitCode;
         return false;
     }
-    // A warning (data after the end of the archive, say) does not stop the
-    // import: every listed entry is still judged below, and what is
-    // unpacked is judged again.
-    if (run.warned())
+    // A warning does not stop the import: every listed entry is still
+    // judged below, and what is unpacked is judged again. 7-Zip prints
+    // warnings about the archive itself, such as data after its end, with
+    // exit code 0.
+    if (run.warned() || run.output.contains("\nWARNINGS:"))
         BEX_WARNING(lcManager) << "archiver warned while listing the package -" << packageFilePath;
-    const QString reason = PrinterDriverPackageHelper::listingRefusalReason(run.output);
+    QString reason = PrinterDriverPackageHelper::listingRefusalReason(run.output);
+    // The names as the archive stores them, which the listing may show
+    // changed.
+    if (reason.isEmpty())
+        reason = PrinterDriverPackageHelper::storedNamesRefusalReason(packageFilePath);
     if (!reason.isEmpty()) {
         BEX_CRITICAL(lcManager).noquote() << reason;
         return false;

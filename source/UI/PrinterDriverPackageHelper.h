@@ -70,6 +70,17 @@ public:
     // read as "/" before the entries are judged.
     static QString listingRefusalReason(const QByteArray &listing, QChar separator = archiverSeparator());
 
+    // Why a zip archive may not be unpacked, judged from the entry names as
+    // its central directory stores them: every name must be valid UTF-8 (or
+    // come with its UTF-8 form in an Info-ZIP Unicode Path field, as 7-Zip
+    // for Windows writes names of the OEM code page) and pass
+    // entryRefusalReason. The archiver's listing alone cannot tell:
+    // it shows a line break in a name as "_", and 7-Zip for Windows shows a
+    // backslash or a byte that is not valid UTF-8 as a character of its own
+    // and writes the file under that name. An empty text when it may be
+    // unpacked; a text too when the central directory cannot be read.
+    static QString storedNamesRefusalReason(const QString &packageFilePath);
+
     // The separator between folder names in the archiver's listing: 7-Zip
     // writes the platform's own, "\\" on Windows and "/" elsewhere.
     static QChar archiverSeparator();

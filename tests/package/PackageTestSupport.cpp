@@ -10,6 +10,7 @@
 #include <QDirIterator>
 #include <QFile>
 #include <QFileInfo>
+#include <QHash>
 #include <QProcess>
 #include <QPushButton>
 
@@ -118,9 +119,10 @@ QStringList archiveEntries(const QString &archivePath)
     if (start < 0)
         return entries;
     const QList<QByteArray> lines = listing.mid(start).split('\n');
+    const QChar separator = PrinterDriverPackageHelper::archiverSeparator();
     for (const QByteArray &line : lines) {
         if (line.startsWith("Path = "))
-            entries.append(QString::fromUtf8(line.mid(7).trimmed()));
+            entries.append(QString::fromUtf8(line.mid(7).trimmed()).replace(separator, QLatin1Char('/')));
     }
     return entries;
 }
@@ -133,15 +135,11 @@ std::wstring nativePath(const QString &path)
     return QDir::toNativeSeparators(path).toStdWString();
 }
 
-bool setReadOnly(const QString &filePath, bool readOnly)
+// The files held open by makeUnreplaceable(), by path.
+QHash<QString, HANDLE> &heldFiles()
 {
-    const std::wstring native = nativePath(filePath);
-    const DWORD attributes = ::GetFileAttributesW(native.c_str());
-    if (attributes == INVALID_FILE_ATTRIBUTES)
-        return false;
-    const DWORD changed =
-        readOnly ? (attributes | FILE_ATTRIBUTE_READONLY) : (attributes & ~DWORD(FILE_ATTRIBUTE_READONLY));
-    return ::SetFileAttributesW(native.c_str(), changed) != 0;
+    static QHash<QString, HANDLE> files;
+    return files;
 }
 #else
 bool setImmutable(const QString &filePath, bool immutable)
@@ -170,8 +168,17 @@ QString hiddenArchiverPath()
 bool makeUnreplaceable(const QString &filePath)
 {
 #ifdef Q_OS_WIN
-    // Windows neither deletes nor overwrites a read-only file.
-    return setReadOnly(filePath, true);
+    // A read-only attribute is no obstacle: the module clears it before it
+    // replaces a file. A file held open without sharing its deletion can
+    // be neither deleted, renamed nor replaced until it is closed.
+    if (heldFiles().contains(filePath))
+        return true;
+    const HANDLE file = ::CreateFileW(nativePath(filePath).c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr,
+                                      OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
+    if (file == INVALID_HANDLE_VALUE)
+        return false;
+    heldFiles().insert(filePath, file);
+    return true;
 #else
     if (setImmutable(filePath, true))
         return true;
@@ -187,12 +194,43 @@ bool makeUnreplaceable(const QString &filePath)
 void restoreWritable(const QString &filePath)
 {
 #ifdef Q_OS_WIN
-    setReadOnly(filePath, false);
+    const HANDLE file = heldFiles().take(filePath);
+    if (file)
+        ::CloseHandle(file);
 #else
     setImmutable(filePath, false);
     QFile::setPermissions(QFileInfo(filePath).absolutePath(),
                           QFileDevice::ReadOwner | QFileDevice::WriteOwner | QFileDevice::ExeOwner |
                               QFileDevice::ReadUser | QFileDevice::WriteUser | QFileDevice::ExeUser);
+#endif
+}
+
+bool placeUnreadableFile(const QString &filePath)
+{
+    if (!QDir().mkpath(QFileInfo(filePath).absolutePath()))
+        return false;
+#ifdef Q_OS_WIN
+    const HANDLE file = ::CreateFileW(nativePath(filePath).c_str(), GENERIC_READ | GENERIC_WRITE, 0, nullptr,
+                                      CREATE_NEW, FILE_ATTRIBUTE_NORMAL, nullptr);
+    if (file == INVALID_HANDLE_VALUE)
+        return false;
+    heldFiles().insert(filePath, file);
+    return true;
+#else
+    const QString nowhere = QFileInfo(filePath).absolutePath() + QStringLiteral("/no-such-file");
+    return !QFileInfo::exists(nowhere) &&
+           ::symlink(QFile::encodeName(nowhere).constData(), QFile::encodeName(filePath).constData()) == 0;
+#endif
+}
+
+void releaseUnreadableFile(const QString &filePath)
+{
+#ifdef Q_OS_WIN
+    const HANDLE file = heldFiles().take(filePath);
+    if (file)
+        ::CloseHandle(file);
+#else
+    Q_UNUSED(filePath)
 #endif
 }
 
@@ -205,15 +243,52 @@ bool makeHardLink(const QString &existingFile, const QString &newName)
 #endif
 }
 
-bool makeSymbolicLink(const QString &target, const QString &linkPath)
+bool makeSymbolicLink(const QString &target, const QString &linkPath, QString *failure)
 {
 #ifdef Q_OS_WIN
     DWORD flags = SYMBOLIC_LINK_FLAG_ALLOW_UNPRIVILEGED_CREATE;
     if (QFileInfo(target).isDir())
         flags |= SYMBOLIC_LINK_FLAG_DIRECTORY;
-    return ::CreateSymbolicLinkW(nativePath(linkPath).c_str(), nativePath(target).c_str(), flags) != 0;
+    const std::wstring link = nativePath(linkPath);
+    if (!::CreateSymbolicLinkW(link.c_str(), nativePath(target).c_str(), flags)) {
+        if (failure)
+            *failure = QStringLiteral("CreateSymbolicLinkW failed with error %1").arg(::GetLastError());
+        return false;
+    }
+    // The call may answer success without having made anything: the link
+    // is made only when it is there as a reparse point.
+    const DWORD attributes = ::GetFileAttributesW(link.c_str());
+    if (attributes == INVALID_FILE_ATTRIBUTES) {
+        if (failure)
+            *failure = QStringLiteral("CreateSymbolicLinkW returned success, but GetFileAttributesW on the "
+                                      "link then failed with error %1: no link was made")
+                           .arg(::GetLastError());
+        return false;
+    }
+    if (!(attributes & FILE_ATTRIBUTE_REPARSE_POINT)) {
+        if (failure)
+            *failure = QStringLiteral("CreateSymbolicLinkW returned success, but the link has the attributes "
+                                      "0x%1 without FILE_ATTRIBUTE_REPARSE_POINT")
+                           .arg(attributes, 0, 16);
+        return false;
+    }
+    return true;
 #else
-    return QFile::link(target, linkPath);
+    if (QFile::link(target, linkPath))
+        return true;
+    if (failure)
+        *failure = QStringLiteral("symlink() failed");
+    return false;
+#endif
+}
+
+bool runningUnderWine()
+{
+#ifdef Q_OS_WIN
+    const HMODULE ntdll = ::GetModuleHandleW(L"ntdll.dll");
+    return ntdll && ::GetProcAddress(ntdll, "wine_get_version") != nullptr;
+#else
+    return false;
 #endif
 }
 

@@ -59,18 +59,32 @@ QByteArray runArchiver(const QStringList &arguments, int *exitCode = nullptr);
 // The entry paths of an archive, from the archiver's technical listing.
 QStringList archiveEntries(const QString &archivePath);
 
-// Makes a file unremovable and unchangeable (immutable attribute when the
-// process may set it, else a read-only folder), so that a copy onto it fails.
-// Returns false when neither is possible. restoreWritable() undoes it.
+// Makes a file unremovable and unchangeable, so that a copy onto it fails:
+// on Windows the file is held open without sharing its deletion; elsewhere
+// it gets the immutable attribute when the process may set it, else its
+// folder loses its write permission. Returns false when that is not
+// possible. restoreWritable() undoes it.
 bool makeUnreplaceable(const QString &filePath);
 void restoreWritable(const QString &filePath);
+
+// Puts at filePath a file that the archiver cannot read while it packs, so
+// that it warns (exit code 1): on Windows a new file held open without any
+// sharing, elsewhere a symbolic link to nothing (7-Zip follows links when it
+// packs). releaseUnreadableFile() lets go of it.
+bool placeUnreadableFile(const QString &filePath);
+void releaseUnreadableFile(const QString &filePath);
 
 // A second name for a file (a hard link), and a symbolic link to a file or a
 // folder, as the platform makes them: link() and symlink() on POSIX,
 // CreateHardLinkW() and CreateSymbolicLinkW() on Windows (Qt's own
 // QFile::link() makes a shell shortcut there, which is not a link).
+// failure receives what went wrong: on Windows a link counts as made only
+// when it is then found as a reparse point.
 bool makeHardLink(const QString &existingFile, const QString &newName);
-bool makeSymbolicLink(const QString &target, const QString &linkPath);
+bool makeSymbolicLink(const QString &target, const QString &linkPath, QString *failure = nullptr);
+
+// Whether the process is a Windows program running under Wine.
+bool runningUnderWine();
 
 // Takes the staged archiver out of the application directory, and puts it
 // back, so that a test can run the module without one.

@@ -57,9 +57,21 @@ std::uint32_t unixMode(ZipWriter::Kind kind)
 
 } // namespace
 
-void ZipWriter::add(const QByteArray &name, const QByteArray &data, Kind kind, bool utf8Flag)
+void ZipWriter::add(const QByteArray &name, const QByteArray &data, Kind kind, bool utf8Flag,
+                    const QByteArray &centralExtra)
 {
-    entries_.append(Entry{name, data, kind, utf8Flag});
+    entries_.append(Entry{name, data, kind, utf8Flag, centralExtra});
+}
+
+QByteArray ZipWriter::unicodePathField(const QByteArray &crcOf, const QByteArray &utf8Name)
+{
+    QByteArray field;
+    put16(field, 0x7075);
+    put16(field, std::uint32_t(5 + utf8Name.size()));
+    field.append(char(1));
+    put32(field, crc32(crcOf));
+    field.append(utf8Name);
+    return field;
 }
 
 QByteArray ZipWriter::archive() const
@@ -97,13 +109,14 @@ QByteArray ZipWriter::archive() const
         put32(central, std::uint32_t(entry.data.size()));
         put32(central, std::uint32_t(entry.data.size()));
         put16(central, std::uint32_t(entry.name.size()));
-        put16(central, 0);
+        put16(central, std::uint32_t(entry.centralExtra.size()));
         put16(central, 0);
         put16(central, 0);
         put16(central, 0);
         put32(central, unixMode(entry.kind) << 16 | (entry.kind == Kind::Folder ? 0x10 : 0));
         put32(central, offset);
         central.append(entry.name);
+        central.append(entry.centralExtra);
     }
     const std::uint32_t centralOffset = std::uint32_t(out.size());
     out.append(central);

@@ -20,7 +20,12 @@ public:
 
     // name: the raw bytes stored as the entry's name; data: the file's
     // bytes, or the link's target. utf8Flag marks the name as UTF-8.
-    void add(const QByteArray &name, const QByteArray &data, Kind kind = Kind::File, bool utf8Flag = true);
+    // centralExtra: extra fields of the entry's central directory record.
+    void add(const QByteArray &name, const QByteArray &data, Kind kind = Kind::File, bool utf8Flag = true,
+             const QByteArray &centralExtra = QByteArray());
+    // An Info-ZIP Unicode Path field (0x7075) giving utf8Name as the UTF-8
+    // form of storedName; crcOf is the name its CRC-32 is taken of.
+    static QByteArray unicodePathField(const QByteArray &crcOf, const QByteArray &utf8Name);
     QByteArray archive() const;
     bool write(const QString &filePath) const;
 
@@ -31,6 +36,7 @@ private:
         QByteArray data;
         Kind kind;
         bool utf8Flag;
+        QByteArray centralExtra;
     };
     QVector<Entry> entries_;
 };

@@ -22,7 +22,6 @@
 #include <QSet>
 #include <QtTest>
 
-
 using namespace PackageTestSupport;
 
 namespace {
@@ -160,6 +159,16 @@ private:
         QCOMPARE(folderEntries(QStringLiteral("cache/import")), QStringList());
     }
 
+    // Writes bytes as a package in packages/.
+    static QString writePackage(const QString &name, const QByteArray &bytes)
+    {
+        const QString path = packagePath(name);
+        QFile file(path);
+        if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size())
+            return QString();
+        return path;
+    }
+
 private slots:
     void initTestCase()
     {
@@ -192,11 +201,26 @@ private slots:
         QTest::newRow("Windows folders") << QByteArray("H\\driver\\H.prs") << backslash << QString();
         QTest::newRow("POSIX folders") << QByteArray("H/driver/H.prs") << slash << QString();
         QTest::newRow("backslash in a POSIX name")
-            << QByteArray("H\\driver\\H.prs") << slash << QStringLiteral("character '\\'");
+            << QByteArray("H\\driver\\H.prs") << slash
+            << QStringLiteral("character '\\' that file systems cannot hold");
+        // 7-Zip for Windows shows a backslash inside a name from another
+        // system as U+F05C, and a byte that is not valid UTF-8 as U+EF00
+        // plus the byte.
+        QTest::newRow("Windows stand-in for a backslash")
+            << QByteArray("H\\bin\\a\xef\x81\x9c..\xef\x81\x9c"
+                          "b.icc")
+            << backslash << QStringLiteral("character '\\' that file systems cannot hold");
+        QTest::newRow("Windows stand-in for a byte that is not UTF-8")
+            << QByteArray("H\\bin\\\xee\xbf\xbf\xee\xbf\xbe.icc") << backslash
+            << QStringLiteral("name that is not valid text");
+        QTest::newRow("private character in a POSIX name")
+            << QByteArray("H/bin/a\xef\x81\x9c\xee\xbf\xbf.icc") << slash << QString();
         QTest::newRow("Windows parent folder")
             << QByteArray("H\\..\\..\\evil.txt") << backslash << QStringLiteral("relative folder \"..\"");
-        QTest::newRow("Windows root") << QByteArray("\\evil.txt") << backslash << QStringLiteral("absolute path");
-        QTest::newRow("Windows drive") << QByteArray("C:\\evil.txt") << backslash << QStringLiteral("drive letter");
+        QTest::newRow("Windows root")
+            << QByteArray("\\evil.txt") << backslash << QStringLiteral("absolute path");
+        QTest::newRow("Windows drive")
+            << QByteArray("C:\\evil.txt") << backslash << QStringLiteral("drive letter");
         QTest::newRow("Windows device name")
             << QByteArray("H\\bin\\NUL.icc") << backslash << QStringLiteral("reserved device name");
         QTest::newRow("Windows empty folder name")
@@ -217,6 +241,32 @@ private slots:
             QVERIFY2(reason.isEmpty(), qPrintable(reason));
         else
             QVERIFY2(reason.endsWith(QStringLiteral(": ") + refusal), qPrintable(reason));
+    }
+
+    // 7-Zip ends the listing of an archive it warned about with a count of
+    // the warnings; inside an entry's block such a line is not understood.
+    void listingEndingWithAWarningCountIsRead_data()
+    {
+        QTest::addColumn<QByteArray>("tail");
+        QTest::addColumn<QString>("refusal");
+        QTest::newRow("after the last entry") << QByteArray("\r\nWarnings: 1\r\n") << QString();
+        QTest::newRow("inside the last entry")
+            << QByteArray("Warnings: 1\r\n") << QStringLiteral("package listing not understood");
+        QTest::newRow("not a count") << QByteArray("\r\nWarnings: some\r\n")
+                                     << QStringLiteral("package listing not understood");
+    }
+
+    void listingEndingWithAWarningCountIsRead()
+    {
+        QFETCH(QByteArray, tail);
+        QFETCH(QString, refusal);
+        const QByteArray listing =
+            "Path = p.bex_driver\r\nType = zip\r\nWARNINGS:\r\nThere are data after the "
+            "end of archive\r\n\r\n----------\r\nPath = H/driver/H.prs\r\nFolder = "
+            "-\r\nAttributes = A\r\n" +
+            tail;
+
+        QCOMPARE(PrinterDriverPackageHelper::listingRefusalReason(listing, QLatin1Char('/')), refusal);
     }
 
     void archiverSeparatorIsThePlatformsOwn()
@@ -655,6 +705,182 @@ private slots:
         QCOMPARE(folderEntries(QStringLiteral("cache/import")).size(), 1);
     }
 
+    // 7-Zip's exit code 1 means it packed with warnings, a file it could
+    // not read: the package would lack it, so none is written and an old
+    // one stays.
+    void exportThatTheArchiverWarnsAboutWritesNoPackage()
+    {
+        const auto driver = installSample(kSample);
+        QVERIFY(driver);
+        PrinterDriverPackageHelper helper(nullptr);
+        PrinterDriverPackageHelper::Package package;
+        package.prsFilePath = driver->prsPath;
+        QVERIFY(helper.readDriverInfo(driver->id, package));
+        const QString work = TestAppDir::filePath(QStringLiteral("cache/export/warned/"));
+        const QString unreadable = work + QStringLiteral("BexUV2513_CMYKWV/bin/unreadable.dat");
+        QVERIFY(placeUnreadableFile(unreadable));
+        const QString archive = packagePath(QStringLiteral("warned.bex_driver"));
+        QVERIFY(TestAppDir::writeFile(QStringLiteral("packages/warned.bex_driver"), "old package"));
+        LogCapture log;
+
+        const bool encoded = helper.encode(archive, work, package);
+        releaseUnreadableFile(unreadable);
+
+        QVERIFY(encoded);
+        QVERIFY2(log.contains(QtCriticalMsg, QStringLiteral("archiver could not pack the driver")),
+                 qPrintable(log.dump()));
+        QVERIFY2(log.contains(QtCriticalMsg, QStringLiteral("exit code 1")), qPrintable(log.dump()));
+        QCOMPARE(TestAppDir::readFile(QStringLiteral("packages/warned.bex_driver")),
+                 QByteArray("old package"));
+        QVERIFY(!QFileInfo::exists(archive + QStringLiteral(".partial")));
+        // Without the unreadable file the same working folder packs.
+        QVERIFY(QFile::remove(unreadable));
+        LogCapture secondLog;
+        QVERIFY(helper.encode(archive, work, package));
+        QCOMPARE(secondLog.count(QtCriticalMsg, QString()), 0);
+        QVERIFY(
+            archiveEntries(archive).contains(QStringLiteral("BexUV2513_CMYKWV/driver/BexUV2513_CMYKWV.prs")));
+    }
+
+    // An entry whose bytes do not match its CRC is an error (exit code 2):
+    // the import is refused.
+    void damagedEntryIsAnErrorAndRefused()
+    {
+        ZipWriter zip;
+        addValidEntries(zip);
+        QByteArray bytes = zip.archive();
+        const int data = bytes.indexOf("rgb profile");
+        QVERIFY(data > 0);
+        bytes[data] = 'R';
+        const QString package = writePackage(QStringLiteral("damaged.bex_driver"), bytes);
+        QVERIFY(!package.isEmpty());
+        int listed = -1;
+        runArchiver({QStringLiteral("l"), package}, &listed);
+        QCOMPARE(listed, 0);
+        int tested = -1;
+        runArchiver({QStringLiteral("t"), package}, &tested);
+        QCOMPARE(tested, 2);
+
+        expectRefused(package, QStringLiteral("package cannot be unpacked"));
+    }
+
+    // Data after the end of an archive is a remark of the archiver, printed
+    // as a warning with exit code 0: the package is imported.
+    void dataAfterTheEndOfThePackageDoesNotStopTheImport()
+    {
+        QString package;
+        QVERIFY(exportSample(kSample, &package));
+        {
+            QFile file(package);
+            QVERIFY(file.open(QIODevice::Append));
+            QVERIFY(file.write(QByteArray(100, 'x')) == 100);
+        }
+        int exitCode = -1;
+        const QByteArray listing = runArchiver({QStringLiteral("l"), package}, &exitCode);
+        QCOMPARE(exitCode, 0);
+        QVERIFY2(listing.contains("There are data after the end of archive"), listing.constData());
+        QCOMPARE(PrinterDriverPackageHelper::storedNamesRefusalReason(package), QString());
+        LogCapture log;
+        MessageBoxAnswerer answerer(QStringLiteral("是"));
+
+        QStringList prsFiles;
+        QVERIFY(PrinterDriverPackageHelper(nullptr).importPackage(package, prsFiles));
+
+        QCOMPARE(prsFiles,
+                 QStringList{TestAppDir::filePath(QStringLiteral("dtp/driver/BexUV2513_CMYKWV_1.prs"))});
+        QCOMPARE(log.count(QtCriticalMsg, QString()), 0);
+        QVERIFY2(log.contains(QtWarningMsg, QStringLiteral("archiver warned while listing the package")),
+                 qPrintable(log.dump()));
+        QCOMPARE(folderEntries(QStringLiteral("cache/import")), QStringList());
+    }
+
+    // 7-Zip for Windows, unless told to write UTF-8, writes a Chinese name
+    // in the OEM code page with its UTF-8 form in an extra field: every
+    // platform installs the file under the name as it was written.
+    void codePageNameWithItsUtf8FormIsImported()
+    {
+        const QByteArray gbk("H/bin/ICC Profile/RGB/\xc6\xbd\xb0\xe5\xbb\xfa.icc");
+        const QString name = QStringLiteral("bin/ICC Profile/RGB/平板机.icc");
+        ZipWriter zip;
+        addValidEntries(zip);
+        zip.add(gbk, "chinese profile", ZipWriter::Kind::File, false,
+                ZipWriter::unicodePathField(gbk, QByteArray("H/") + name.toUtf8()));
+        const QString package = writePackage(QStringLiteral("gbk.bex_driver"), zip.archive());
+        QVERIFY(!package.isEmpty());
+        LogCapture log;
+
+        QStringList prsFiles;
+        QVERIFY2(PrinterDriverPackageHelper(nullptr).importPackage(package, prsFiles),
+                 qPrintable(log.dump()));
+
+        QCOMPARE(prsFiles, QStringList{TestAppDir::filePath(QStringLiteral("dtp/driver/H.prs"))});
+        QCOMPARE(TestAppDir::readFile(QStringLiteral("dtp/") + name), QByteArray("chinese profile"));
+        QCOMPARE(log.count(QtCriticalMsg, QString()), 0);
+    }
+
+    void storedNamesAreReadFromTheCentralDirectory_data()
+    {
+        QTest::addColumn<QByteArray>("archive");
+        QTest::addColumn<QString>("refusal");
+        ZipWriter zip;
+        addValidEntries(zip);
+        const QByteArray valid = zip.archive();
+        QTest::newRow("package") << valid << QString();
+        QTest::newRow("data after the end") << valid + QByteArray(5000, 'x') << QString();
+        QTest::newRow("data before the start") << QByteArray(3000, 'x') + valid << QString();
+        zip.add("H/bin/a\tb.icc", "tab");
+        QTest::newRow("tab in a name") << zip.archive() << "control character";
+        zip = ZipWriter();
+        addValidEntries(zip);
+        zip.add("H/bin/\xc3\xa9\xc0\xaf.icc", "overlong slash", ZipWriter::Kind::File, false);
+        QTest::newRow("overlong UTF-8") << zip.archive() << "not valid text";
+        // "平板机" in code page 936, with its UTF-8 form beside it, as 7-Zip
+        // for Windows writes names unless told to write UTF-8.
+        const QByteArray gbk("H/bin/\xc6\xbd\xb0\xe5\xbb\xfa.icc");
+        const QByteArray utf8 = QStringLiteral("H/bin/平板机.icc").toUtf8();
+        zip = ZipWriter();
+        addValidEntries(zip);
+        zip.add(gbk, "gbk", ZipWriter::Kind::File, false, ZipWriter::unicodePathField(gbk, utf8));
+        QTest::newRow("code page name with its UTF-8 form") << zip.archive() << QString();
+        zip = ZipWriter();
+        addValidEntries(zip);
+        zip.add(gbk, "gbk", ZipWriter::Kind::File, false, ZipWriter::unicodePathField("H/bin/x.icc", utf8));
+        QTest::newRow("UTF-8 form of another name") << zip.archive() << "not valid text";
+        zip = ZipWriter();
+        addValidEntries(zip);
+        zip.add(gbk, "gbk", ZipWriter::Kind::File, false,
+                ZipWriter::unicodePathField(gbk, "H/bin/../../../x.icc"));
+        QTest::newRow("UTF-8 form that climbs out") << zip.archive() << "relative folder";
+        zip = ZipWriter();
+        addValidEntries(zip);
+        zip.add(gbk, "gbk", ZipWriter::Kind::File, false, ZipWriter::unicodePathField(gbk, "H/bin/\xff.icc"));
+        QTest::newRow("UTF-8 form that is not UTF-8") << zip.archive() << "not valid text";
+        zip = ZipWriter();
+        addValidEntries(zip);
+        zip.add(utf8, "utf8", ZipWriter::Kind::File, true, ZipWriter::unicodePathField(utf8, "H/bin/a\nb"));
+        QTest::newRow("UTF-8 flag wins over the field") << zip.archive() << QString();
+        QTest::newRow("no end record") << valid.left(valid.size() - 22) << "cannot be read";
+        QByteArray countTooHigh = valid;
+        countTooHigh[countTooHigh.size() - 22 + 10] =
+            char(countTooHigh.at(countTooHigh.size() - 22 + 10) + 1);
+        QTest::newRow("more entries claimed than stored") << countTooHigh << "cannot be read";
+    }
+
+    void storedNamesAreReadFromTheCentralDirectory()
+    {
+        QFETCH(QByteArray, archive);
+        QFETCH(QString, refusal);
+        const QString package = writePackage(QStringLiteral("names.bex_driver"), archive);
+        QVERIFY(!package.isEmpty());
+
+        const QString reason = PrinterDriverPackageHelper::storedNamesRefusalReason(package);
+
+        if (refusal.isEmpty())
+            QVERIFY2(reason.isEmpty(), qPrintable(reason));
+        else
+            QVERIFY2(reason.contains(refusal), qPrintable(reason));
+    }
+
     void hostilePackageIsRefused_data()
     {
         QTest::addColumn<QByteArray>("archive");
@@ -850,7 +1076,15 @@ private slots:
         const QString outside = TestAppDir::filePath(QStringLiteral("outside-rgb"));
         QVERIFY(QDir().mkpath(outside));
         QVERIFY(TestAppDir::remove(QStringLiteral("dtp/bin/ICC Profile/RGB")));
-        QVERIFY(makeSymbolicLink(outside, TestAppDir::filePath(QStringLiteral("dtp/bin/ICC Profile/RGB"))));
+        const QString link = TestAppDir::filePath(QStringLiteral("dtp/bin/ICC Profile/RGB"));
+        QString failure;
+        if (!makeSymbolicLink(outside, link, &failure)) {
+            // Wine 8's CreateSymbolicLinkW is a stub that answers success
+            // and makes nothing; anywhere else a link that cannot be made
+            // fails the test.
+            QVERIFY2(runningUnderWine(), qPrintable(failure));
+            QSKIP(qPrintable(QStringLiteral("Wine made no symbolic link %1: %2").arg(link, failure)));
+        }
         ZipWriter zip;
         addValidEntries(zip);
         const QString package = packagePath(QStringLiteral("through-link.bex_driver"));
@@ -864,7 +1098,15 @@ private slots:
     {
         const QString outside = TestAppDir::filePath(QStringLiteral("outside.icc"));
         QVERIFY(TestAppDir::writeFile(QStringLiteral("outside.icc"), "outside"));
-        QVERIFY(makeSymbolicLink(outside, TestAppDir::filePath(QStringLiteral("dtp/bin/ICC Profile/RGB/h.icc"))));
+        const QString link = TestAppDir::filePath(QStringLiteral("dtp/bin/ICC Profile/RGB/h.icc"));
+        QString failure;
+        if (!makeSymbolicLink(outside, link, &failure)) {
+            // Wine 8's CreateSymbolicLinkW is a stub that answers success
+            // and makes nothing; anywhere else a link that cannot be made
+            // fails the test.
+            QVERIFY2(runningUnderWine(), qPrintable(failure));
+            QSKIP(qPrintable(QStringLiteral("Wine made no symbolic link %1: %2").arg(link, failure)));
+        }
         ZipWriter zip;
         addValidEntries(zip);
         const QString package = packagePath(QStringLiteral("onto-link.bex_driver"));
