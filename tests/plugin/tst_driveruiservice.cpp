@@ -14,12 +14,15 @@
 #include <QCheckBox>
 #include <QDateTime>
 #include <QDir>
+#include <QElapsedTimer>
 #include <QFile>
 #include <QLibrary>
 #include <QListWidget>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QRegularExpression>
+#include <QScopeGuard>
+#include <QThread>
 #include <QtTest>
 
 #include <cstdio>
@@ -140,6 +143,7 @@ private slots:
     void nullPropertyCallbackSucceedsAndCopiesNothing();
     void promptSwitchedOffShowsNoDialogAndKeepsTheOption();
     void twoQuickCallsGetNamesThatDifferInTheSequence();
+    void readOnlyDriverFileGivesARemovableCopy();
     void existingTemporaryPathFailsTheCopy();
     void getRipEngineDriverOfNullIsNull();
     void getRipEngineDriverRefusesAnotherModulesKind();
@@ -472,31 +476,86 @@ void DriverUiServiceTest::twoQuickCallsGetNamesThatDifferInTheSequence()
     QCOMPARE(removeCopy(second.info), 1);
 }
 
+void DriverUiServiceTest::readOnlyDriverFileGivesARemovableCopy()
+{
+    // The driver's .prs file is read-only. A copy keeps its permissions
+    // (on Windows its read-only attribute, which stops DeleteFile), yet the
+    // host must be able to delete the job's copy.
+    const QString prs = prsPaths_.value(uv2513);
+    const QFileDevice::Permissions writable = QFile::permissions(prs);
+    const QFileDevice::Permissions readOnly =
+        QFileDevice::ReadOwner | QFileDevice::ReadUser | QFileDevice::ReadGroup | QFileDevice::ReadOther;
+    QVERIFY(QFile::setPermissions(prs, readOnly));
+    const auto restore = qScopeGuard([&]() { QFile::setPermissions(prs, writable); });
+    QVERIFY(!(QFile::permissions(prs) & QFileDevice::WriteOwner));
+
+    UserScript noWindow;
+    PropertyCallback callback;
+    QVERIFY(propertyStep(noWindow, RipExtraOption{}, &callback));
+    QVERIFY2(noWindow.problems().isEmpty(), qPrintable(noWindow.problems().join(QLatin1Char('\n'))));
+    QVERIFY(callback.info);
+    const QString copy = callback.info->prsFilePath;
+    QFile copied(copy);
+    QFile original(prs);
+    QVERIFY(copied.open(QIODevice::ReadOnly) && original.open(QIODevice::ReadOnly));
+    QCOMPARE(copied.readAll(), original.readAll());
+    copied.close();
+    QVERIFY2(QFile::permissions(copy) & QFileDevice::WriteOwner, qPrintable(copy));
+
+    QCOMPARE(removeCopy(callback.info), 1);
+    QVERIFY(!QFile::exists(copy));
+    QVERIFY(tempFiles().isEmpty());
+    QVERIFY(QFile::exists(prs));
+}
+
 void DriverUiServiceTest::existingTemporaryPathFailsTheCopy()
 {
-    // Files already stand at every name the next call can make from now
-    // until three seconds ahead of the clock: one per millisecond, made
-    // until they have outrun the clock by that much.
+    // Files stand at every name the next call can make while it runs: one
+    // per millisecond of a window of three seconds. Making a file can take
+    // longer than a millisecond (under Wine it takes a few, and more as the
+    // folder fills, since every new name is looked up ignoring case), so
+    // the window starts far enough ahead for all of them to be made before
+    // the clock gets there, and the call waits for its start.
     const qint64 sequence = lastSequence_ + 1;
     const QByteArray kept("a file that is not the module's");
     const auto clock = []() { return QDateTime::currentDateTimeUtc().toMSecsSinceEpoch(); };
+    const auto makeFile = [&](const QString &path) {
+        std::FILE *file = std::fopen(QFile::encodeName(path).constData(), "wb");
+        if (!file)
+            return false;
+        const bool written = std::fwrite(kept.constData(), 1, kept.size(), file) == std::size_t(kept.size());
+        return std::fclose(file) == 0 && written;
+    };
+    constexpr qint64 window = 3000;
+    constexpr int probes = 200;
+    QElapsedTimer probeTime;
+    probeTime.start();
+    for (int i = 0; i < probes; ++i)
+        QVERIFY(makeFile(tempFolder() + QStringLiteral("probe%1.tmp").arg(i)));
+    const qint64 lead = 500 + 3 * probeTime.elapsed() * window / probes;
+    for (int i = 0; i < probes; ++i)
+        QVERIFY(QFile::remove(tempFolder() + QStringLiteral("probe%1.tmp").arg(i)));
+
+    const qint64 start = clock() + lead;
     QStringList blockers;
-    for (qint64 ms = clock(); ms < clock() + 3000; ++ms) {
+    for (qint64 ms = start; ms < start + window; ++ms) {
         const QString path =
             tempFolder() +
             QStringLiteral("%1_%2_%3.temp.prs").arg(ms).arg(QCoreApplication::applicationPid()).arg(sequence);
-        std::FILE *file = std::fopen(QFile::encodeName(path).constData(), "wb");
-        QVERIFY(file);
-        const bool written = std::fwrite(kept.constData(), 1, kept.size(), file) == std::size_t(kept.size());
-        QVERIFY(std::fclose(file) == 0 && written);
+        QVERIFY(makeFile(path));
         blockers << path;
-        QVERIFY2(blockers.size() < 200000, "files cannot be made faster than the clock runs");
     }
+    while (clock() < start)
+        QThread::msleep(1);
 
     UserScript noWindow;
     PropertyCallback callback;
     LogCapture log;
     const bool copied = propertyStep(noWindow, RipExtraOption{}, &callback);
+    const qint64 returned = clock();
+    QVERIFY2(returned < start + window,
+             qPrintable(QStringLiteral("the call returned %1 ms after the last blocked name")
+                            .arg(returned - start - window)));
     QVERIFY2(!copied, qPrintable(callback.info ? callback.info->prsFilePath : QString()));
     QVERIFY2(noWindow.problems().isEmpty(), qPrintable(noWindow.problems().join(QLatin1Char('\n'))));
     QCOMPARE(callback.calls, 0);

@@ -1031,26 +1031,98 @@ private slots:
 
     void channelNamesAreComparedAsTheirBytes()
     {
-        // U+FFFD is what undecodable bytes become: a channel of that name
-        // must not take a record whose name bytes merely decode to it.
+        // Bytes the local 8-bit encoding cannot decode do not come back as
+        // themselves: UTF-8 turns "\xFF" into U+FFFD, code page 936 drops a
+        // lead byte without its trail byte. A channel named with what such
+        // bytes decode to must not take a record whose name holds them.
+        QByteArray undecodable;
+        QString standIn;
+        for (const QByteArray &bytes : {QByteArray("\xFF"), QByteArray("Q\xFF"), QByteArray("Q\x81")}) {
+            const QString decoded = QString::fromLocal8Bit(bytes);
+            if (!decoded.isEmpty() && decoded.toLocal8Bit() != bytes &&
+                QString::fromLocal8Bit(decoded.toLocal8Bit()) == decoded) {
+                undecodable = bytes;
+                standIn = decoded;
+                break;
+            }
+        }
+        if (undecodable.isEmpty())
+            QSKIP("the local 8-bit encoding decodes \\xFF and \\x81 as characters of their own, so "
+                  "no two byte strings of this test decode to the same name");
         QJsonObject root = sampleDocument(uv1610);
         QJsonArray channels = root.value(QStringLiteral("channels")).toArray();
         QJsonObject last = channels.at(5).toObject();
-        last.insert(QStringLiteral("name"), QStringLiteral("\uFFFD"));
+        last.insert(QStringLiteral("name"), standIn);
         channels.replace(5, last);
         root.insert(QStringLiteral("channels"), channels);
         root.remove(QStringLiteral("combinations"));
         QVERIFY(select(installDocument(QStringLiteral("replacement.prs"), root)));
         printerChannelColorInfo *record = handler_->GetChannelColorInfo();
-        QCOMPARE(QByteArray(record->channels[5].iciName), QByteArray("\xEF\xBF\xBD"));
+        QCOMPARE(QByteArray(record->channels[5].iciName), standIn.toLocal8Bit());
         record->channels[5].iciMaxInk = 0.5;
         QVERIFY(handler_->SetChannelColorInfo(record));
 
         record = handler_->GetChannelColorInfo();
-        std::strcpy(record->channels[5].iciName, "\xFF");
+        std::strcpy(record->channels[5].iciName, undecodable.constData());
+        QCOMPARE(QString::fromLocal8Bit(record->channels[5].iciName), standIn);
         record->channels[5].iciMaxInk = 0.25;
         QVERIFY(!handler_->SetChannelColorInfo(record));
         QCOMPARE(handler_->GetChannelColorInfo()->channels[5].iciMaxInk, 0.5);
+    }
+
+    void textLimitsAreCountedInLocalBytes()
+    {
+        // A fixed field holds its capacity less one byte of text in the
+        // local 8-bit encoding, then the zero. Chinese characters take two
+        // bytes in code page 936 and three in UTF-8: the limit is counted
+        // in the bytes the field would hold, whatever the encoding.
+        const QString wide = QStringLiteral("方");
+        QCOMPARE(QString::fromLocal8Bit(wide.toLocal8Bit()), wide);
+        const auto localText = [&](int bytes) {
+            QString text;
+            while ((text + wide).toLocal8Bit().size() <= bytes)
+                text += wide;
+            while (text.toLocal8Bit().size() < bytes)
+                text += QLatin1Char('x');
+            return text;
+        };
+        const auto withKeyAndChannel = [&](const QString &key, const QString &channel) {
+            QJsonObject root = sampleDocument(uv1610);
+            QJsonArray enums = root.value(QStringLiteral("enums")).toArray();
+            QJsonObject direction = enums.at(3).toObject();
+            direction.insert(QStringLiteral("key"), key);
+            enums.replace(3, direction);
+            root.insert(QStringLiteral("enums"), enums);
+            QJsonArray channels = root.value(QStringLiteral("channels")).toArray();
+            QJsonObject last = channels.at(5).toObject();
+            last.insert(QStringLiteral("name"), channel);
+            channels.replace(5, last);
+            root.insert(QStringLiteral("channels"), channels);
+            root.remove(QStringLiteral("combinations"));
+            return root;
+        };
+        const QString key = localText(int(kEnumKeySize) - 1);
+        const QString channel = localText(int(kInkChannelNameSize) - 1);
+        QVERIFY(key.contains(wide));
+        QVERIFY(channel.contains(wide));
+        // The fourth enum of the BexUV1610 sample, its print direction.
+        constexpr std::uint32_t directionId = 10;
+        LogCapture log;
+
+        QVERIFY(select(installDocument(QStringLiteral("full-fields.prs"), withKeyAndChannel(key, channel))));
+        const printerEnumItem *item = handler_->GetEnumItem(directionId);
+        QVERIFY(item);
+        QCOMPARE(QByteArray(item->key), key.toLocal8Bit());
+        QCOMPARE(QByteArray(handler_->GetChannelColorInfo()->channels[5].iciName), channel.toLocal8Bit());
+
+        const QString oneByteMore = QStringLiteral("x");
+        QVERIFY(installDocument(QStringLiteral("long-key.prs"), withKeyAndChannel(key + oneByteMore, channel))
+                    .isEmpty());
+        QVERIFY(
+            installDocument(QStringLiteral("long-channel.prs"), withKeyAndChannel(key, channel + oneByteMore))
+                .isEmpty());
+        QCOMPARE(log.count(QtWarningMsg, QStringLiteral("too long")), 2);
+        QCOMPARE(list().size(), 1);
     }
 
     void argumentsTheLocalEncodingCannotHoldAreRefused()

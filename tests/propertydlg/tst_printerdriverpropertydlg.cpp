@@ -17,6 +17,7 @@
 
 #include <QCheckBox>
 #include <QComboBox>
+#include <QDir>
 #include <QDoubleSpinBox>
 #include <QFile>
 #include <QGridLayout>
@@ -1177,12 +1178,27 @@ private slots:
 
     void iccTargetDirectory_separators()
     {
-        QCOMPARE(IccProfileFiles::targetDirectory(QStringLiteral("/tmp/icc")), QStringLiteral("/tmp/icc/"));
-        QCOMPARE(IccProfileFiles::targetDirectory(QStringLiteral("/tmp/icc/")), QStringLiteral("/tmp/icc/"));
-        QCOMPARE(IccProfileFiles::targetDirectory(QStringLiteral("/tmp/icc\\")),
-                 QStringLiteral("/tmp/icc\\"));
-        QCOMPARE(IccProfileFiles::targetDirectory(QStringLiteral("/tmp/icc/profile.icc")),
-                 QStringLiteral("/tmp/icc/"));
+        // An absolute folder keeps its path and ends in one separator; a
+        // path with a file suffix stands for the folder that holds it.
+        const QString root = QDir::rootPath(); // "/", or a drive such as "C:/"
+        const auto target = [](const QString &dir) { return IccProfileFiles::targetDirectory(dir); };
+        QCOMPARE(target(root + QStringLiteral("tmp/icc")), root + QStringLiteral("tmp/icc/"));
+        QCOMPARE(target(root + QStringLiteral("tmp/icc/")), root + QStringLiteral("tmp/icc/"));
+        QCOMPARE(target(root + QStringLiteral("tmp/icc/profile.icc")), root + QStringLiteral("tmp/icc/"));
+#ifdef Q_OS_WIN
+        // A backslash is a separator: it ends the folder like "/", and the
+        // path comes back with "/" throughout.
+        QCOMPARE(target(root + QStringLiteral("tmp\\icc\\")), root + QStringLiteral("tmp/icc/"));
+        QCOMPARE(target(root + QStringLiteral("tmp\\icc\\profile.icc")), root + QStringLiteral("tmp/icc/"));
+        // "/tmp/icc" has no drive: it is the folder on the current drive.
+        const QString current = QDir::currentPath();
+        QVERIFY2(current.size() > 2 && current.at(1) == QLatin1Char(':'), qPrintable(current));
+        QCOMPARE(target(QStringLiteral("/tmp/icc")), current.left(2) + QStringLiteral("/tmp/icc/"));
+#else
+        // A backslash is a character of the name here, yet a folder path
+        // that ends in one gets no "/" after it.
+        QCOMPARE(target(root + QStringLiteral("tmp/icc\\")), root + QStringLiteral("tmp/icc\\"));
+#endif
     }
 
     void iccFreeName_skipsTakenNamesAndUsesTheFirstDot()
