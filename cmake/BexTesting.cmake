@@ -21,15 +21,21 @@ function(bex_add_qtest name)
     set_target_properties(${name} PROPERTIES RUNTIME_OUTPUT_DIRECTORY "${app_dir}")
     bex_stage_archiver("${app_dir}" FOR_TARGET ${name})
     set(environment "QT_QPA_PLATFORM=offscreen;QT_LOGGING_RULES=bex.*.debug=true")
+    # Under Wine every program start, and the archiver most, is several
+    # times slower than on Linux.
+    set(timeout 300)
+    if(CMAKE_CROSSCOMPILING)
+        set(timeout 900)
+    endif()
     add_test(NAME ${name} COMMAND ${name} WORKING_DIRECTORY "${app_dir}")
     # Runs of one executable share its application directory: one at a time.
-    set_tests_properties(${name} PROPERTIES ENVIRONMENT "${environment}" TIMEOUT 300 RESOURCE_LOCK ${name})
+    set_tests_properties(${name} PROPERTIES ENVIRONMENT "${environment}" TIMEOUT ${timeout} RESOURCE_LOCK ${name})
     if(ARG_STYLED)
         target_link_libraries(${name} PRIVATE bex_test_styled_run)
         add_test(NAME ${name}_styled COMMAND ${name} WORKING_DIRECTORY "${app_dir}")
         set_tests_properties(${name}_styled PROPERTIES
             ENVIRONMENT "${environment};BEX_TEST_STYLE_SHEET=1"
-            TIMEOUT 300
+            TIMEOUT ${timeout}
             RESOURCE_LOCK ${name})
     endif()
 endfunction()
