@@ -178,8 +178,8 @@ bool BexRipEngineDriverUI_RipServer::showDriverPropertyDlg(QWidget *parent, cons
     }
     // The copy keeps the permissions of the driver's file; a read-only one
     // (FILE_ATTRIBUTE_READONLY on Windows) would make removePrsFile() fail.
-    QFile::setPermissions(tempPrsFilePath,
-                          QFile::permissions(tempPrsFilePath) | QFileDevice::WriteOwner | QFileDevice::WriteUser);
+    QFile::setPermissions(tempPrsFilePath, QFile::permissions(tempPrsFilePath) | QFileDevice::WriteOwner |
+                                               QFileDevice::WriteUser);
 
     IUIPrintParamsHandler *handler = manager->getHandler();
     auto info = QSharedPointer<DriverInfo_RipServer>::create();

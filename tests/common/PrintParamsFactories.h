@@ -19,10 +19,10 @@
 #include <IUIPrintParamsHandler.h>
 
 #if defined(_WIN32)
-#define BEX_PRINT_PARAMS_FACTORIES_REPLACE_IMPORTS()                                                       \
-    extern "C" {                                                                                           \
-    IUIPrintParamsHandler *(*__imp_CreateUIPrintParamsHandler)() = &CreateUIPrintParamsHandler;            \
-    void (*__imp_DestroyUIPrintParamsHandler)(IUIPrintParamsHandler *) = &DestroyUIPrintParamsHandler;     \
+#define BEX_PRINT_PARAMS_FACTORIES_REPLACE_IMPORTS()                                                         \
+    extern "C" {                                                                                             \
+    IUIPrintParamsHandler *(*__imp_CreateUIPrintParamsHandler)() = &CreateUIPrintParamsHandler;              \
+    void (*__imp_DestroyUIPrintParamsHandler)(IUIPrintParamsHandler *) = &DestroyUIPrintParamsHandler;       \
     }
 #else
 #define BEX_PRINT_PARAMS_FACTORIES_REPLACE_IMPORTS()

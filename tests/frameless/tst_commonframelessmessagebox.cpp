@@ -1,5 +1,6 @@
 #include "FramelessWidget/Common/CommonFramelessMessageBox.h"
 #include "MessageBoxDriver.h"
+#include "MessageBoxScrollBarWatcher.h"
 
 #include <QApplication>
 #include <QCheckBox>
@@ -45,35 +46,6 @@ QString lineOfWidth(const QFontMetrics &metrics, int width)
         line += QStringLiteral("打印机驱动");
     return line;
 }
-
-// Counts every time a horizontal scroll bar of a message box's text is shown
-// or painted, from before the box appears until it is gone.
-class HorizontalScrollBarWatcher : public QObject
-{
-public:
-    HorizontalScrollBarWatcher() { qApp->installEventFilter(this); }
-    ~HorizontalScrollBarWatcher() override { qApp->removeEventFilter(this); }
-
-    int shown = 0;
-    int painted = 0;
-
-protected:
-    bool eventFilter(QObject *watched, QEvent *event) override
-    {
-        if (event->type() != QEvent::Show && event->type() != QEvent::Paint)
-            return false;
-        auto *bar = qobject_cast<QScrollBar *>(watched);
-        if (!bar || bar->orientation() != Qt::Horizontal)
-            return false;
-        for (QWidget *w = bar->parentWidget(); w; w = w->parentWidget()) {
-            if (qobject_cast<MessageBoxTextEdit *>(w)) {
-                ++(event->type() == QEvent::Show ? shown : painted);
-                break;
-            }
-        }
-        return false;
-    }
-};
 
 } // namespace
 
