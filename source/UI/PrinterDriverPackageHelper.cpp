@@ -818,13 +818,11 @@ bool PrinterDriverPackageHelper::encode(const QString &packageFilePath, const QS
     // and is kept when the archiver fails.
     const QString partialPath = packageFilePath + QStringLiteral(".partial");
     QFile::remove(partialPath);
-    // Names that are not ASCII are written as UTF-8 and flagged so
-    // ("-mcu=on"): 7-Zip for Windows would otherwise write them in the OEM
-    // code page, which machines of other code pages read differently.
+    // 7-Zip for Windows writes a name that is not ASCII in the OEM code page
+    // with its UTF-8 form in an Info-ZIP Unicode Path field, which every
+    // 7-Zip reads back (storedNamesRefusalReason() does too).
     const ArchiverRun run = runArchiver(
-        program,
-        {QStringLiteral("a"), QStringLiteral("-tzip"), QStringLiteral("-mcu=on"), partialPath, driverWorkDir},
-        false);
+        program, {QStringLiteral("a"), QStringLiteral("-tzip"), partialPath, driverWorkDir}, false);
     if (run.started && !run.succeeded()) {
         // Even a warning means a file of the driver is missing from the
         // archive: such a package never takes the place of the chosen file.
