@@ -60,10 +60,8 @@ def white_ink_mode(selected=0):
                  val("白+彩色+白", "White+Colour+White")], selected)
 
 
-def head_voltage(english=True, selected=0):
-    # Without English texts on one sample: English users see the driver's own.
-    return enum(14, "喷头电压", "Head voltage" if english else None,
-                [val("标准", "Standard" if english else None), val("高", "High" if english else None)], selected)
+def head_voltage(selected=0):
+    return enum(14, "喷头电压", "Head voltage", [val("标准", "Standard"), val("高", "High")], selected)
 
 
 def pass_count(passes, selected=0):
@@ -163,7 +161,7 @@ DRIVERS = {
                                      val("纸板", "Cardboard")], 0, "paper"),
             enum(3, "墨水", "Ink", [val("八色", "8 colours"), val("六色", "6 colours")], 0, "ink"),
             direction(1),
-            head_voltage(english=False),
+            head_voltage(),
             pass_count([4, 8, 16]),
             enum(20, "打印速度", "Print speed", [val("标准", "Standard"), val("高速", "Fast")]),
             uv_lamp(2),

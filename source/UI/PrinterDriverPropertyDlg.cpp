@@ -12,6 +12,7 @@
 #include "UI/SubWidget/DoubleSlider.h"
 #include "UI/SubWidget/ExtraOptionWidget.h"
 #include "UI/SubWidget/InkOrderWidget.h"
+#include "UI/WheelGuard.h"
 
 #include <IUIPrintParamsHandler.h>
 
@@ -53,6 +54,10 @@ constexpr int InkIndexRole = Qt::UserRole + 3;
 
 // Height up to which the other-property list grows before it scrolls.
 constexpr int MaxCommonListHeight = 320;
+
+// The least room between a button's text and each of its edges: a host's
+// look may give buttons no padding of their own.
+constexpr int ButtonTextRoom = 6;
 
 // Text handed to the print-parameter library: local 8-bit, through a
 // standard string so that it lives for the whole call.
@@ -225,6 +230,7 @@ PrinterDriverPropertyDlg::PrinterDriverPropertyDlg(const QString &driverId, QWid
     , ui_(std::make_unique<Ui::PrinterDriverPropertyDlg>())
     , driverId_(driverId)
     , handler_(PrinterDriverManager::instance()->getHandler())
+    , wheelGuard_(new WheelGuard(this))
 {
     ui_->setupUi(this);
     Qt::WindowFlags flags = windowFlags();
@@ -264,6 +270,7 @@ PrinterDriverPropertyDlg::PrinterDriverPropertyDlg(const QString &driverId, QWid
     setupConnections();
     setupDetailSections();
     restoreGeometryFromSettings();
+    wheelGuard_->guardChildren(ui_->scrollAreaWidgetContents_main_);
 }
 
 PrinterDriverPropertyDlg::~PrinterDriverPropertyDlg() = default;
@@ -509,6 +516,11 @@ void PrinterDriverPropertyDlg::settleLayout()
         }
     }
 
+    // Measured with the font the style gives each button.
+    for (QPushButton *button : {ui_->btn_selectICC_RGB_, ui_->btn_selectICC_CMYK_, ui_->btn_selectICC_Curve_,
+                                ui_->btn_ok_, ui_->btn_cancel_})
+        button->setMinimumWidth(button->fontMetrics().horizontalAdvance(button->text()) + 2 * ButtonTextRoom);
+
     // The main area never scrolls sideways: it is at least as wide as its
     // content beside a vertical scroll bar, so the content fits whether
     // that bar shows or not.
@@ -703,9 +715,19 @@ PrinterDriverPropertyDlg::ChannelRows &PrinterDriverPropertyDlg::channelRows(con
     limitGrid->addWidget(rows.maxInkLabel, row, 0);
     limitGrid->addWidget(maxInkSlider, row, 1);
     limitGrid->addWidget(rows.maxInkSpinBox, row, 2);
-    limitGrid->addWidget(new QLabel(QStringLiteral("%")), row, 3);
+    rows.percentLabel = new QLabel(QStringLiteral("%"));
+    limitGrid->addWidget(rows.percentLabel, row, 3);
 
     return *channelRows_.insert(name, rows);
+}
+
+void PrinterDriverPropertyDlg::ChannelRows::setVisible(bool visible) const
+{
+    for (QWidget *widget :
+         {static_cast<QWidget *>(densityLabel), densitySlider, static_cast<QWidget *>(densitySpinBox),
+          static_cast<QWidget *>(maxInkLabel), maxInkSlider, static_cast<QWidget *>(maxInkSpinBox),
+          static_cast<QWidget *>(percentLabel)})
+        widget->setVisible(visible);
 }
 
 bool PrinterDriverPropertyDlg::readChannelColorInfo()
@@ -719,6 +741,11 @@ bool PrinterDriverPropertyDlg::readChannelColorInfo()
     if (!channelsUsable(*info))
         return false;
     BEX_DEBUG(lcDialog) << "printerChannelColorInfo is valid";
+    // Rows are kept per channel name across combinations; those of channels
+    // that this combination lacks are hidden, never left to be edited and
+    // then ignored.
+    for (const ChannelRows &rows : qAsConst(channelRows_))
+        rows.setVisible(false);
     const int count = info->channels ? info->pcciChanneNum : 0;
     for (int c = 0; c < count; ++c) {
         const inkChannelInfo &channel = info->channels[c];
@@ -737,6 +764,7 @@ bool PrinterDriverPropertyDlg::readChannelColorInfo()
         }
 
         const ChannelRows &rows = channelRows(name, colourWord);
+        rows.setVisible(true);
         rows.densityLabel->setText(label);
         rows.maxInkLabel->setText(label);
         // Light inks follow the density of their full-strength ink.
@@ -751,6 +779,8 @@ bool PrinterDriverPropertyDlg::readChannelColorInfo()
 
 bool PrinterDriverPropertyDlg::readInkOrderInfo()
 {
+    // Whatever this combination offers replaces what another one showed.
+    ui_->inkOrderWidget_->setInkInfos({});
     const printerChannelColorInfo *channels = handler_->GetChannelColorInfo();
     const printerInkOrderInfo *inks = handler_->GetInkOrderInfo();
     if (!channels) {
@@ -802,6 +832,8 @@ void PrinterDriverPropertyDlg::switchCombination(WriteSelection writeSelection)
     readICC();
     readChannelColorInfo();
     readInkOrderInfo();
+    // A combination with channels not seen before made new rows.
+    wheelGuard_->guardChildren(ui_->widget_inkDetail_);
 }
 
 void PrinterDriverPropertyDlg::on_combinedTypeChanged(int index)

@@ -16,6 +16,7 @@ class QDoubleSpinBox;
 class QLabel;
 class QLineEdit;
 class QSpinBox;
+class WheelGuard;
 
 namespace Ui {
 class PrinterDriverPropertyDlg;
@@ -86,6 +87,10 @@ private:
         QLabel *maxInkLabel = nullptr;
         QWidget *maxInkSlider = nullptr;
         QSpinBox *maxInkSpinBox = nullptr;
+        QLabel *percentLabel = nullptr;
+
+        // Shows or hides every widget of the channel in both grids.
+        void setVisible(bool visible) const;
     };
 
     void setupDetailSections();
@@ -124,6 +129,8 @@ private:
     std::unique_ptr<Ui::PrinterDriverPropertyDlg> ui_;
     QString driverId_;
     IUIPrintParamsHandler *handler_ = nullptr;
+    // Lets the mouse wheel scroll the page over controls without focus.
+    WheelGuard *wheelGuard_ = nullptr;
     // True once read() has selected the driver: nothing is written before.
     bool loaded_ = false;
     bool advancedMode_ = false;

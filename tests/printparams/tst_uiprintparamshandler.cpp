@@ -376,20 +376,60 @@ private slots:
 
         QCOMPARE(keys,
                  (QStringList{QStringLiteral("Resolution"), QStringLiteral("Media"), QStringLiteral("Ink"),
-                              QStringLiteral("Print direction"), QStringLiteral("喷头电压"),
+                              QStringLiteral("Print direction"), QStringLiteral("Head voltage"),
                               QStringLiteral("Pass count"), QStringLiteral("Print speed"),
                               QStringLiteral("UV lamp power"), QStringLiteral("Flash spitting")}));
         QCOMPARE(values(items.front()).first(), QStringLiteral("600x900 dpi 4 pass"));
         QCOMPARE(values(handler_->GetSelectEnumItem(kEnumKindPaper)),
                  (QStringList{QStringLiteral("Wood"), QStringLiteral("Ceramic tile"),
                               QStringLiteral("Leather"), QStringLiteral("Cardboard")}));
-        // A setting without English texts keeps the driver's own.
-        QCOMPARE(values(byPosition.at(4)), (QStringList{QStringLiteral("标准"), QStringLiteral("高")}));
+        QCOMPARE(values(byPosition.at(4)), (QStringList{QStringLiteral("Standard"), QStringLiteral("High")}));
         QCOMPARE(values(items.back()), (QStringList{QStringLiteral("Off"), QStringLiteral("While printing"),
                                                     QStringLiteral("While idle")}));
 
         QVERIFY(select(id, 0));
         QCOMPARE(text(handler_->GetSelectEnumItem(kEnumKindPaper)->key), QStringLiteral("纸张"));
+    }
+
+    void languageFlagFourKeepsTheDriversOwnTextsWhereEnglishIsMissing()
+    {
+        // The sample with the head voltage's English texts taken out.
+        QJsonObject document = sampleDocument(uv3220);
+        QJsonArray enums = document.value(QStringLiteral("enums")).toArray();
+        bool found = false;
+        for (QJsonValueRef entry : enums) {
+            QJsonObject item = entry.toObject();
+            if (item.value(QStringLiteral("key")).toString() != QStringLiteral("喷头电压"))
+                continue;
+            found = true;
+            item.remove(QStringLiteral("keyEn"));
+            QJsonArray values = item.value(QStringLiteral("values")).toArray();
+            for (QJsonValueRef value : values) {
+                QJsonObject withoutEnglish = value.toObject();
+                withoutEnglish.remove(QStringLiteral("textEn"));
+                value = withoutEnglish;
+            }
+            item.insert(QStringLiteral("values"), values);
+            entry = item;
+        }
+        QVERIFY(found);
+        document.insert(QStringLiteral("enums"), enums);
+        const QString id = installDocument(QStringLiteral("NoEnglishVoltage.prs"), document);
+        QVERIFY(!id.isEmpty());
+        QVERIFY(select(id, 4));
+
+        std::list<printerEnumItem *> items;
+        handler_->GetAllEnumItemList(items);
+        const printerEnumItem *voltage = nullptr;
+        for (const printerEnumItem *item : items) {
+            if (item->enumId == 14)
+                voltage = item;
+        }
+        QVERIFY(voltage);
+        QCOMPARE(text(voltage->key), QStringLiteral("喷头电压"));
+        QCOMPARE(values(voltage), (QStringList{QStringLiteral("标准"), QStringLiteral("高")}));
+        // Its neighbours keep their English texts.
+        QCOMPARE(text(items.front()->key), QStringLiteral("Resolution"));
     }
 
     void resolutionValuesCarryTheirDpi_data()

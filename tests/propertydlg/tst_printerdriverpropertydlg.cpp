@@ -27,10 +27,13 @@
 #include <QPushButton>
 #include <QRadioButton>
 #include <QScreen>
+#include <QScrollArea>
+#include <QScrollBar>
 #include <QSettings>
 #include <QSlider>
 #include <QSpinBox>
 #include <QTemporaryDir>
+#include <QWheelEvent>
 #include <QtTest>
 
 using namespace PropertyDlgTest;
@@ -103,6 +106,22 @@ QString rowLabel(QWidget *dialog, const QString &gridName, int row)
     QLayoutItem *item = grid ? grid->itemAtPosition(row, 0) : nullptr;
     auto *label = item ? qobject_cast<QLabel *>(item->widget()) : nullptr;
     return label ? label->text() : QStringLiteral("<none>");
+}
+
+// A wheel turn over the middle of `widget`, delivered as the application
+// delivers one from the window system: to the widget, then on to its parents
+// while none accepts it. (An event sent by a program goes to the widget
+// alone, so the walk up is done here.)
+void sendWheel(QWidget *widget, int delta)
+{
+    const QPoint global = widget->mapToGlobal(widget->rect().center());
+    for (QWidget *target = widget; target; target = target->parentWidget()) {
+        QWheelEvent event(QPointF(target->mapFromGlobal(global)), QPointF(global), QPoint(), QPoint(0, delta),
+                          Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);
+        QApplication::sendEvent(target, &event);
+        if (event.isAccepted() || target->isWindow())
+            return;
+    }
 }
 
 QWidget *rowWidget(QWidget *dialog, const QString &gridName, int row, int column)
@@ -647,6 +666,118 @@ private slots:
             densityWidgets);
         QCOMPARE(rowLabel(&dialog, densityGrid, 0), QStringLiteral("青色(C)"));
         QCOMPARE(before.at(0)->value(), 0.5);
+    }
+
+    void combinedTypeChange_fewerChannels_rowsOfTheMissingOnesHidden()
+    {
+        PrinterDriverConfig::instance()->setShowInkDetail(true);
+        PrinterDriverPropertyDlg dialog(driverId, nullptr);
+        dialog.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&dialog));
+        const auto density = rowSpinBoxes<QDoubleSpinBox>(&dialog, densityGrid);
+        const auto limits = rowSpinBoxes<QSpinBox>(&dialog, limitGrid);
+        QCOMPARE(limits.size(), 4);
+
+        // The next combination has only C and Magenta, and two inks.
+        fake_->setChannels({FakePrintParamsHandler::channel(QStringLiteral("C"), 0.25, 0.5),
+                            FakePrintParamsHandler::channel(QStringLiteral("Magenta"), 0.75, 0.6)});
+        fake_->setInkOrder({1, 0}, {0, 0});
+        combinedType(&dialog)->setCurrentIndex(2);
+
+        for (int row = 0; row < 4; ++row) {
+            const bool present = row < 2;
+            for (int column = 0; column < 3; ++column) {
+                QWidget *density = rowWidget(&dialog, densityGrid, row, column);
+                QWidget *limit = rowWidget(&dialog, limitGrid, row, column);
+                QVERIFY(density && limit);
+                QCOMPARE(density->isVisibleTo(&dialog), present);
+                QCOMPARE(limit->isVisibleTo(&dialog), present);
+            }
+            QCOMPARE(rowWidget(&dialog, limitGrid, row, 3)->isVisibleTo(&dialog), present);
+        }
+        // The rows show the new combination's record.
+        QCOMPARE(density.at(0)->value(), fake_->channelInfo.channels[0].iciDepth);
+        QCOMPARE(limits.at(1)->value(), qRound(fake_->channelInfo.channels[1].iciMaxInk * 100));
+        QCOMPARE(tabTexts(inkTabs(&dialog)), (QStringList{QStringLiteral("Magenta"), QStringLiteral("C")}));
+
+        // Back to four channels: the rows show again with the new values.
+        fake_->setChannels({FakePrintParamsHandler::channel(QStringLiteral("C"), 0.5, 0.29),
+                            FakePrintParamsHandler::channel(QStringLiteral("Magenta"), -0.25, 0.999),
+                            FakePrintParamsHandler::channel(QStringLiteral("lc"), 0.1, 0.8),
+                            FakePrintParamsHandler::channel(QStringLiteral("White"), 1.5, 1.0)});
+        fake_->setInkOrder({3, 1, 0, 2}, {0, 1, 0, 0});
+        combinedType(&dialog)->setCurrentIndex(0);
+        for (int row = 0; row < 4; ++row)
+            QVERIFY(rowWidget(&dialog, limitGrid, row, 2)->isVisibleTo(&dialog));
+        QCOMPARE(limits.at(3)->value(), 100);
+        QCOMPARE(inkTabs(&dialog)->count(), 4);
+    }
+
+    void combinedTypeChange_inkOrderUnusable_panelKeepsNoInksOfTheOldCombination()
+    {
+        PrinterDriverPropertyDlg dialog(driverId, nullptr);
+        QCOMPARE(inkTabs(&dialog)->count(), 4);
+        // The next combination's ink order does not match its channels.
+        fake_->setInkOrder({0, 1, 2}, {0, 0, 0});
+        combinedType(&dialog)->setCurrentIndex(2);
+        QCOMPARE(inkTabs(&dialog)->count(), 0);
+        QVERIFY(child<InkOrderWidget>(&dialog, QStringLiteral("inkOrderWidget_"))->inkInfos().isEmpty());
+        // OK sends no ink order of the old combination.
+        fake_->calls.clear();
+        clickOk(&dialog);
+        QVERIFY2(!fake_->calls.join(QLatin1Char('\n')).contains(QStringLiteral("SetInkOrderInfo")),
+                 qPrintable(fake_->calls.join(QLatin1Char('\n'))));
+    }
+
+    void wheel_overControlsWithoutFocus_scrollsThePageAndChangesNothing()
+    {
+        PrinterDriverConfig::instance()->setShowInkDetail(true);
+        PrinterDriverConfig::instance()->setShowOtherPropertyDetail(true);
+        PrinterDriverPropertyDlg dialog(driverId, nullptr);
+        dialog.resize(720, 400);
+        dialog.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&dialog));
+        auto *scroll = child<QScrollArea>(&dialog, QStringLiteral("scrollArea_main_"));
+        QVERIFY(scroll->verticalScrollBar()->maximum() > 0);
+
+        QComboBox *combo = combinedType(&dialog);
+        QWidget *limitSlider = rowWidget(&dialog, limitGrid, 0, 1);
+        QSpinBox *limitBox = rowSpinBoxes<QSpinBox>(&dialog, limitGrid).at(0);
+        QComboBox *common = nullptr;
+        for (QComboBox *box :
+             child(&dialog, QStringLiteral("scrollArea_common_"))->findChildren<QComboBox *>())
+            common = common ? common : box;
+        QVERIFY(limitSlider && common);
+        const QList<QWidget *> controls = {combo, limitSlider, limitBox, common};
+        for (QWidget *control : controls)
+            QVERIFY2(control->focusPolicy() == Qt::StrongFocus, qPrintable(control->objectName()));
+
+        dialog.setFocus();
+        for (QWidget *control : controls) {
+            scroll->ensureWidgetVisible(control);
+            QApplication::processEvents();
+            const int comboIndex = combo->currentIndex();
+            const int limit = limitBox->value();
+            const int commonIndex = common->currentIndex();
+            fake_->calls.clear();
+            scroll->verticalScrollBar()->setValue(scroll->verticalScrollBar()->maximum() / 2);
+            const int scrolled = scroll->verticalScrollBar()->value();
+            sendWheel(control, -120);
+            QCOMPARE(combo->currentIndex(), comboIndex);
+            QCOMPARE(limitBox->value(), limit);
+            QCOMPARE(common->currentIndex(), commonIndex);
+            QVERIFY2(fake_->calls.isEmpty(), qPrintable(fake_->calls.join(QLatin1Char(','))));
+            QVERIFY2(scroll->verticalScrollBar()->value() > scrolled,
+                     qPrintable(control->metaObject()->className()));
+            QVERIFY(!control->hasFocus());
+        }
+
+        // With focus the wheel edits as usual.
+        limitBox->setFocus();
+        QVERIFY(limitBox->hasFocus());
+        const int before = limitBox->value();
+        sendWheel(limitBox, -120);
+        QCOMPARE(limitBox->value(), before - 1);
     }
 
     void combinedTypeChange_byMouseOnThePopup()

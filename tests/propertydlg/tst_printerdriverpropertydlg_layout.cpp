@@ -14,10 +14,13 @@
 
 #include <QComboBox>
 #include <QGridLayout>
+#include <QLabel>
 #include <QLayout>
+#include <QPushButton>
 #include <QScreen>
 #include <QScrollArea>
 #include <QScrollBar>
+#include <QStyle>
 #include <QtTest>
 
 #include <algorithm>
@@ -31,6 +34,9 @@ const QStringList sampleNames = {QStringLiteral("BexUV2513_CMYKWV"), QStringLite
 
 // The height up to which the other-property list grows before it scrolls.
 constexpr int commonListMaximum = 320;
+
+// The least room between a button's text and each of its edges.
+constexpr int buttonTextRoom = 6;
 
 int verticalMargins(const QLayout *layout)
 {
@@ -185,6 +191,55 @@ private:
         QVERIFY2(simple->height() <= combo->height() + verticalMargins(simple->layout()), qPrintable(tree));
         QVERIFY2(resolution->height() <= simple->height() + verticalMargins(resolution->layout()),
                  qPrintable(tree));
+
+        // The combined-type box takes its row, from just after its label's
+        // text to the row's end.
+        auto *comboLabel = child<QLabel>(dialog, QStringLiteral("label_combinedType_"));
+        QVERIFY(comboLabel);
+        const int rowEnd = simple->contentsRect().right() - simple->layout()->contentsMargins().right();
+        QVERIFY2(combo->geometry().right() >= rowEnd, qPrintable(tree));
+        QVERIFY2(combo->x() - (comboLabel->x() + comboLabel->sizeHint().width()) <=
+                     2 * simple->style()->pixelMetric(QStyle::PM_LayoutHorizontalSpacing) + 12,
+                 qPrintable(tree));
+
+        // No button or label shows less than its text needs; a button's
+        // text keeps some room from the button's edges.
+        for (QWidget *widget : dialog->findChildren<QWidget *>()) {
+            if (!widget->isVisibleTo(dialog) ||
+                widget->objectName().startsWith(QLatin1String("framelessTitleBar_")))
+                continue;
+            int needed = 0;
+            if (auto *button = qobject_cast<QPushButton *>(widget))
+                needed =
+                    std::max(button->sizeHint().width(),
+                             button->fontMetrics().horizontalAdvance(button->text()) + 2 * buttonTextRoom);
+            else if (qobject_cast<QLabel *>(widget))
+                needed = widget->minimumSizeHint().width();
+            QVERIFY2(widget->width() >= needed,
+                     qPrintable(widget->objectName() +
+                                QStringLiteral(" is %1 wide, needs %2\n").arg(widget->width()).arg(needed) +
+                                tree));
+        }
+
+        // Each profile row has a label that covers it.
+        auto *iccGrid = qobject_cast<QGridLayout *>(
+            child<QWidget>(dialog, QStringLiteral("widget_iccDetail_"))->layout());
+        QVERIFY(iccGrid);
+        for (const char *edit : {"lineEdit_ICC_RGB_", "lineEdit_ICC_CMYK_", "lineEdit_ICC_Curve_"}) {
+            int row = -1, column = -1, rowSpan = 0, columnSpan = 0;
+            iccGrid->getItemPosition(iccGrid->indexOf(child<QWidget>(dialog, QLatin1String(edit))), &row,
+                                     &column, &rowSpan, &columnSpan);
+            bool labelled = false;
+            for (int index = 0; index < iccGrid->count(); ++index) {
+                int labelRow = -1, labelColumn = -1, labelRows = 0, labelColumns = 0;
+                iccGrid->getItemPosition(index, &labelRow, &labelColumn, &labelRows, &labelColumns);
+                auto *label = qobject_cast<QLabel *>(iccGrid->itemAt(index)->widget());
+                if (label && !label->text().isEmpty() && labelColumn < column && labelRow <= row &&
+                    row < labelRow + labelRows)
+                    labelled = true;
+            }
+            QVERIFY2(labelled, edit);
+        }
 
         // Without every section open the dialog at 720x750 needs no
         // scrolling at all.
