@@ -19,11 +19,13 @@
 #include <QFileInfo>
 #include <QProcess>
 #include <QSet>
+#include <QTemporaryDir>
 #include <QVector>
 
 #include <array>
 #include <atomic>
 #include <cstdint>
+#include <cstdio>
 #include <list>
 #include <string>
 
@@ -409,6 +411,27 @@ bool removeTree(const QByteArray &path)
     return ::rmdir(path.constData()) == 0 && removed;
 }
 #endif
+
+// Puts source in the place of target in one step: target is either still
+// the old file or already the new one, never missing or half written.
+bool replaceFile(const QString &source, const QString &target, QString *reason)
+{
+#ifdef Q_OS_WIN
+    const QString from = QDir::toNativeSeparators(source);
+    const QString to = QDir::toNativeSeparators(target);
+    if (::MoveFileExW(reinterpret_cast<const wchar_t *>(from.utf16()),
+                      reinterpret_cast<const wchar_t *>(to.utf16()),
+                      MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH))
+        return true;
+    *reason = QStringLiteral("error %1").arg(::GetLastError());
+    return false;
+#else
+    if (::rename(QFile::encodeName(source).constData(), QFile::encodeName(target).constData()) == 0)
+        return true;
+    *reason = QString::fromLocal8Bit(std::strerror(errno));
+    return false;
+#endif
+}
 
 // Removes a working folder with its contents, whatever names a package left
 // in it.
@@ -812,28 +835,40 @@ bool PrinterDriverPackageHelper::encode(const QString &packageFilePath, const QS
 
     const QString program = archiverPath();
     BEX_DEBUG(lcManager) << "program:" << program;
-    // The archiver adds to an archive that exists already, so it writes a new
-    // file beside the chosen one, which that file is replaced with only once
-    // the archive is complete: an old package is never mixed into the new one
-    // and is kept when the archiver fails.
-    const QString partialPath = packageFilePath + QStringLiteral(".partial");
-    QFile::remove(partialPath);
+    // The archiver adds to an archive that exists already, so it writes the
+    // new package into a folder of its own made beside the chosen file, under
+    // a name nobody else uses; the chosen file is replaced with it in one
+    // step only once the archive is complete. An old package is never mixed
+    // into the new one, and it is kept whole when the archiver or the
+    // replacement fails. The folder is in the chosen file's folder, so the
+    // replacement is a rename on one file system.
+    const QFileInfo target(packageFilePath);
+    QTemporaryDir stagingDir(target.absolutePath() + QStringLiteral("/.") + target.fileName() +
+                             QStringLiteral(".XXXXXX"));
+    if (!stagingDir.isValid()) {
+        BEX_CRITICAL(lcManager) << "package folder cannot be written -" << packageFilePath
+                                << stagingDir.errorString();
+        return false;
+    }
+    const QString stagedPath = stagingDir.filePath(QStringLiteral("package.zip"));
     // 7-Zip for Windows writes a name that is not ASCII in the OEM code page
     // with its UTF-8 form in an Info-ZIP Unicode Path field, which every
     // 7-Zip reads back (storedNamesRefusalReason() does too).
     const ArchiverRun run = runArchiver(
-        program, {QStringLiteral("a"), QStringLiteral("-tzip"), partialPath, driverWorkDir}, false);
+        program, {QStringLiteral("a"), QStringLiteral("-tzip"), stagedPath, driverWorkDir}, false);
     if (run.started && !run.succeeded()) {
         // Even a warning means a file of the driver is missing from the
         // archive: such a package never takes the place of the chosen file.
         BEX_CRITICAL(lcManager) << "archiver could not pack the driver -" << packageFilePath << "exit code"
                                 << run.exitCode;
-        QFile::remove(partialPath);
+        return true;
     }
-    if (QFileInfo(partialPath).isFile()) {
-        QFile::remove(packageFilePath);
-        if (!QFile::rename(partialPath, packageFilePath))
-            BEX_CRITICAL(lcManager) << "package could not be moved into place -" << packageFilePath;
+    if (QFileInfo(stagedPath).isFile()) {
+        QString reason;
+        if (!replaceFile(stagedPath, packageFilePath, &reason)) {
+            BEX_CRITICAL(lcManager) << "package could not be moved into place -" << packageFilePath << reason;
+            return false;
+        }
     }
     return true;
 }

@@ -44,7 +44,10 @@ public:
     // driver's resolution, paper and ink names. Leaves the last combination
     // selected in the library.
     bool readDriverInfo(const QString &driverId, Package &package);
-    // Copies the package's files below workDir and runs the archiver on them.
+    // Copies the package's files below workDir and runs the archiver on them;
+    // the new package then takes the place of packageFilePath in one step.
+    // False when a file cannot be copied or the package cannot be put in
+    // place (an old package is then kept as it was).
     bool encode(const QString &packageFilePath, const QString &workDir, const Package &package);
 
     // srcFilePath with its srcRoot prefix (compared ignoring case) replaced

@@ -2,6 +2,7 @@
 #include "MessageBoxDriver.h"
 #include "MessageBoxScrollBarWatcher.h"
 
+#include <QAccessible>
 #include <QApplication>
 #include <QCheckBox>
 #include <QCloseEvent>
@@ -9,6 +10,8 @@
 #include <QLabel>
 #include <QPushButton>
 #include <QScrollBar>
+#include <QTextBlock>
+#include <QTextCursor>
 #include <QTimer>
 #include <QWindow>
 #include <QtTest>
@@ -47,6 +50,32 @@ QString lineOfWidth(const QFontMetrics &metrics, int width)
     return line;
 }
 
+// The height of the text in the edit's viewport as the edit draws it: the
+// document margin above the first block, then every block (the last one
+// with the margin below it).
+qreal shownTextHeight(const QPlainTextEdit *edit)
+{
+    const QTextDocument *document = edit->document();
+    qreal height = document->documentMargin();
+    for (QTextBlock block = document->begin(); block.isValid(); block = block.next())
+        height += document->documentLayout()->blockBoundingRect(block).height();
+    return height;
+}
+
+// The overwrite question's shape with the given number of lines: a first
+// line, file names, and the question last.
+QString questionOfLines(int lines, bool chinese)
+{
+    QStringList text;
+    text << (chinese ? QStringLiteral("如果继续安装，将会覆盖以下文件:")
+                     : QStringLiteral("If you continue, the following files will be overwritten:"));
+    for (int i = 1; i < lines - 1; ++i)
+        text << QStringLiteral("dtp/bin/ICC Profile/RGB/样例配置_%1.icc").arg(i);
+    if (lines > 1)
+        text << (chinese ? QStringLiteral("是否继续？") : QStringLiteral("Continue or not?"));
+    return text.join(QLatin1Char('\n'));
+}
+
 } // namespace
 
 class CommonFramelessMessageBoxTest : public QObject
@@ -82,6 +111,9 @@ private slots:
     void box_wrappedTextNeverShowsHorizontalScrollBar_data();
     void box_wrappedTextNeverShowsHorizontalScrollBar();
     void textEdit_unbreakableWordWrapsInsideTheViewport();
+    void box_showsEveryLineOrScrolls_data();
+    void box_showsEveryLineOrScrolls();
+    void box_textIsNamedForScreenReaders();
 };
 
 void CommonFramelessMessageBoxTest::question_secondButtonReturnsOne()
@@ -439,7 +471,11 @@ void CommonFramelessMessageBoxTest::textEdit_wideLineCountsAsThreeDisplayLines()
     // Wide enough for three display lines of 600 pixels, not four.
     QVERIFY(width > 1200 && width <= 1800);
     edit.setMessageText(line);
-    QCOMPARE(edit.minimumSizeHint(), QSize(600, 4 * metrics.lineSpacing()));
+    // At least one line more than the display lines; more where the laid
+    // out text needs it (box_showsEveryLineOrScrolls).
+    QCOMPARE(edit.minimumSizeHint().width(), 600);
+    QVERIFY(edit.minimumSizeHint().height() >= 4 * metrics.lineSpacing());
+    QVERIFY(edit.minimumSizeHint().height() < 5 * metrics.lineSpacing());
 }
 
 void CommonFramelessMessageBoxTest::textEdit_longTextIsCappedAndScrolls()
@@ -459,12 +495,14 @@ void CommonFramelessMessageBoxTest::textEdit_keepsEmptyLines()
     MessageBoxTextEdit edit;
     const int lineSpacing = QFontMetrics(edit.font()).lineSpacing();
     edit.setMessageText(QStringLiteral("第一行\n\n第三行"));
-    QCOMPARE(edit.minimumSizeHint().height(), 4 * lineSpacing);
+    const int threeLines = edit.minimumSizeHint().height();
+    QVERIFY(threeLines >= 4 * lineSpacing);
     QCOMPARE(edit.toPlainText(), QStringLiteral("第一行\n\n第三行"));
 
     // A new text is measured anew.
     edit.setMessageText(QStringLiteral("一行"));
-    QCOMPARE(edit.minimumSizeHint().height(), 2 * lineSpacing);
+    QVERIFY(edit.minimumSizeHint().height() >= 2 * lineSpacing);
+    QVERIFY(edit.minimumSizeHint().height() < threeLines);
 }
 
 void CommonFramelessMessageBoxTest::textEdit_emptyTextUsesBaseHint()
@@ -547,6 +585,76 @@ void CommonFramelessMessageBoxTest::textEdit_unbreakableWordWrapsInsideTheViewpo
     QVERIFY(!edit.horizontalScrollBar()->isVisible());
     // Wrapped, not cut off.
     QVERIFY(edit.document()->lineCount() > 1);
+}
+
+void CommonFramelessMessageBoxTest::box_showsEveryLineOrScrolls_data()
+{
+    QTest::addColumn<int>("lines");
+    QTest::addColumn<bool>("chinese");
+    for (int lines = 1; lines <= 40; ++lines) {
+        QTest::addRow("chinese %d", lines) << lines << true;
+        QTest::addRow("english %d", lines) << lines << false;
+    }
+}
+
+// Every line of the text is in view, or the text scrolls: the vertical
+// scroll bar shows exactly when the text is higher than the viewport, which
+// only happens at the maximum height, and then the last line can be reached.
+void CommonFramelessMessageBoxTest::box_showsEveryLineOrScrolls()
+{
+    QFETCH(int, lines);
+    QFETCH(bool, chinese);
+    qreal textHeight = -1;
+    int viewportHeight = -1;
+    int editHeight = -1;
+    bool scrolls = false;
+    bool lastLineReached = false;
+    whenMessageBoxShown([&](QWidget *box) {
+        auto *edit = box->findChild<MessageBoxTextEdit *>(QStringLiteral("framelessMessageBox_textEdit"));
+        QVERIFY(edit);
+        QVERIFY(QTest::qWaitForWindowExposed(box));
+        QCoreApplication::processEvents();
+        textHeight = shownTextHeight(edit);
+        viewportHeight = edit->viewport()->height();
+        editHeight = edit->height();
+        scrolls = edit->verticalScrollBar()->isVisible();
+        if (scrolls) {
+            edit->moveCursor(QTextCursor::End);
+            QCoreApplication::processEvents();
+            lastLineReached = edit->cursorRect().bottom() < edit->viewport()->height();
+        }
+        QTest::mouseClick(boxButtons(box).at(0), Qt::LeftButton);
+    });
+    const QString text = questionOfLines(lines, chinese);
+    CommonFramelessMessageBox::question(nullptr, QStringLiteral("温馨提示"), text, QStringLiteral("是"),
+                                        QStringLiteral("否"));
+    QVERIFY(viewportHeight > 0);
+    const QString state = QStringLiteral("text %1, viewport %2, edit %3, scroll bar %4")
+                              .arg(textHeight)
+                              .arg(viewportHeight)
+                              .arg(editHeight)
+                              .arg(scrolls);
+    QVERIFY2(scrolls == (textHeight > viewportHeight), qPrintable(state));
+    if (scrolls) {
+        QVERIFY2(editHeight <= MessageBoxTextEdit::MaximumHeight, qPrintable(state));
+        QVERIFY(lastLineReached);
+    }
+}
+
+void CommonFramelessMessageBoxTest::box_textIsNamedForScreenReaders()
+{
+    QString name;
+    whenMessageBoxShown([&](QWidget *box) {
+        auto *edit = box->findChild<MessageBoxTextEdit *>(QStringLiteral("framelessMessageBox_textEdit"));
+        QVERIFY(edit);
+        QAccessibleInterface *accessible = QAccessible::queryAccessibleInterface(edit);
+        QVERIFY(accessible);
+        name = accessible->text(QAccessible::Name);
+        QTest::mouseClick(boxButtons(box).at(0), Qt::LeftButton);
+    });
+    CommonFramelessMessageBox::warning(nullptr, QStringLiteral("温馨提示"), QStringLiteral("驱动导出失败"),
+                                       QStringLiteral("确认"));
+    QCOMPARE(name, QStringLiteral("温馨提示"));
 }
 
 QTEST_MAIN(CommonFramelessMessageBoxTest)

@@ -484,6 +484,78 @@ private slots:
         QVERIFY(!QFileInfo::exists(package + QStringLiteral(".partial")));
     }
 
+    // The package is written under a name of its own before it takes the
+    // chosen file's place: a file of the user's that bears the chosen name
+    // with some suffix is never touched, and nothing else is left.
+    void exportKeepsAUserFileNamedLikeThePackageWithASuffix()
+    {
+        QVERIFY(TestAppDir::writeFile(QStringLiteral("packages/BexUV2513_CMYKWV.bex_driver.partial"),
+                                      "user data"));
+        QVERIFY(TestAppDir::writeFile(QStringLiteral("packages/BexUV2513_CMYKWV.bex_driver"), "old package"));
+        QString package;
+        QVERIFY(exportSample(kSample, &package));
+
+        QCOMPARE(TestAppDir::readFile(QStringLiteral("packages/BexUV2513_CMYKWV.bex_driver.partial")),
+                 QByteArray("user data"));
+        QVERIFY(
+            archiveEntries(package).contains(QStringLiteral("BexUV2513_CMYKWV/driver/BexUV2513_CMYKWV.prs")));
+        QCOMPARE(folderEntries(QStringLiteral("packages")),
+                 QStringList({QStringLiteral("BexUV2513_CMYKWV.bex_driver"),
+                              QStringLiteral("BexUV2513_CMYKWV.bex_driver.partial")}));
+    }
+
+    // A package that cannot take the chosen file's place makes the export
+    // fail (the manager dialog then says so); what stood there is kept as
+    // it was and the new package is not left lying beside it.
+    void exportThatCannotReplaceTheChosenFolderFailsAndKeepsIt()
+    {
+        QVERIFY(TestAppDir::writeFile(QStringLiteral("packages/taken.bex_driver/inside.txt"), "kept"));
+        const auto driver = installSample(kSample);
+        QVERIFY(driver);
+        const QString package = packagePath(QStringLiteral("taken.bex_driver"));
+        LogCapture log;
+
+        const bool exported =
+            PrinterDriverPackageHelper(nullptr).exportPackage(package, driver->prsPath, driver->id);
+
+        QVERIFY(!exported);
+        QVERIFY2(log.contains(QtCriticalMsg, QStringLiteral("package could not be moved into place")),
+                 qPrintable(log.dump()));
+        QVERIFY(QFileInfo(package).isDir());
+        QCOMPARE(TestAppDir::readFile(QStringLiteral("packages/taken.bex_driver/inside.txt")),
+                 QByteArray("kept"));
+        QCOMPARE(folderEntries(QStringLiteral("packages")), QStringList{QStringLiteral("taken.bex_driver")});
+        QCOMPARE(folderEntries(QStringLiteral("packages/taken.bex_driver")),
+                 QStringList{QStringLiteral("inside.txt")});
+    }
+
+    // An old package that may not be replaced (immutable, or its folder
+    // not writable) stays byte for byte, and the export fails.
+    void exportThatCannotReplaceAnOldPackageFailsAndKeepsIt()
+    {
+        QString package;
+        QVERIFY(exportSample(kSample, &package));
+        QFile oldFile(package);
+        QVERIFY(oldFile.open(QIODevice::ReadOnly));
+        const QByteArray old = oldFile.readAll();
+        oldFile.close();
+        QVERIFY(!old.isEmpty());
+        if (!makeUnreplaceable(package))
+            QSKIP("the old package cannot be made unreplaceable here");
+        const auto driver = installSample(kSample);
+        QVERIFY(driver);
+
+        const bool exported =
+            PrinterDriverPackageHelper(nullptr).exportPackage(package, driver->prsPath, driver->id);
+        const QStringList left = folderEntries(QStringLiteral("packages"));
+        restoreWritable(package);
+
+        QVERIFY(!exported);
+        QVERIFY(oldFile.open(QIODevice::ReadOnly));
+        QCOMPARE(oldFile.readAll(), old);
+        QCOMPARE(left, QStringList{QStringLiteral("BexUV2513_CMYKWV.bex_driver")});
+    }
+
     void importIntoAFreshApplicationDirectoryInstallsTheSameDriver()
     {
         QString package;

@@ -8,6 +8,8 @@
 #include <QLabel>
 #include <QPointer>
 #include <QPushButton>
+#include <QTextDocument>
+#include <QTextLayout>
 #include <QVBoxLayout>
 
 #include <algorithm>
@@ -65,6 +67,8 @@ QSize MessageBoxTextEdit::minimumSizeHint() const
         return QPlainTextEdit::minimumSizeHint();
     if (cachedHint_.isValid())
         return cachedHint_;
+    // The style sheet may change the font, the border and the padding.
+    ensurePolished();
 
     const QFontMetrics metrics(font());
     const int lineSpacing = metrics.lineSpacing();
@@ -77,17 +81,70 @@ QSize MessageBoxTextEdit::minimumSizeHint() const
     }
     const int width = std::clamp(widest, MinimumWidth, MaximumWidth);
 
-    int height = lineSpacing * (displayLines + 1);
-    if (height <= MaximumHeight) {
+    // A line count times the font's line spacing can fall short of what the
+    // text needs: a Chinese line is drawn with a fallback font of its own
+    // height, and the edit's frame, padding and document margins take room
+    // too. So the text is laid out at the width it gets, as the edit lays it
+    // out, and the hint is never lower than that.
+    const QMargins margins = contentsMargins() + viewportMargins();
+    const int viewportWidth = width - margins.left() - margins.right();
+    const int textHeight = laidOutTextHeight(viewportWidth) + margins.top() + margins.bottom();
+    int height = std::max(lineSpacing * (displayLines + 1), textHeight);
+    auto *self = const_cast<MessageBoxTextEdit *>(this);
+    if (textHeight <= MaximumHeight) {
         // Everything fits: no scroll bar.
-        const_cast<MessageBoxTextEdit *>(this)->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+        self->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+        height = std::min(height, MaximumHeight);
     } else {
+        self->setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
         height = MaximumHeight;
     }
     height = std::max(height, lineSpacing);
 
     cachedHint_ = QSize(width, height);
     return cachedHint_;
+}
+
+int MessageBoxTextEdit::laidOutTextHeight(int viewportWidth) const
+{
+    // Every line of the text is laid out as the plain text edit lays out a
+    // block: wrapped the edit's way inside the viewport less the document
+    // margins, each text line as high as its tallest glyphs with the leading
+    // included. The edit leaves the document margin above the first block
+    // and below the last. One pixel more, as the edit only scrolls when the
+    // text is higher than its viewport less one.
+    const QTextDocument *doc = document();
+    const qreal margin = doc->documentMargin();
+    const qreal lineWidth = std::max(qreal(viewportWidth) - 2 * margin, qreal(1));
+    qreal height = 2 * margin;
+    for (const QString &line : lines_) {
+        QTextLayout layout(line, font());
+        layout.setTextOption(doc->defaultTextOption());
+        layout.beginLayout();
+        // A negative leading moves the next line up; the block ends at the
+        // bottom of its last line.
+        qreal top = 0;
+        qreal bottom = 0;
+        for (QTextLine textLine = layout.createLine(); textLine.isValid(); textLine = layout.createLine()) {
+            textLine.setLeadingIncluded(true);
+            textLine.setLineWidth(lineWidth);
+            bottom = top + textLine.height();
+            top = bottom + std::min(std::ceil(textLine.leading()), qreal(0));
+        }
+        layout.endLayout();
+        height += bottom;
+    }
+    return int(std::ceil(height)) + 1;
+}
+
+void MessageBoxTextEdit::changeEvent(QEvent *event)
+{
+    // A new font or style sheet measures the text anew.
+    if (event->type() == QEvent::FontChange || event->type() == QEvent::StyleChange) {
+        cachedHint_ = QSize();
+        updateGeometry();
+    }
+    QPlainTextEdit::changeEvent(event);
 }
 
 CommonFramelessMessageBox::CommonFramelessMessageBox(QWidget *parent, Qt::Alignment buttonAlignment)
@@ -214,6 +271,8 @@ int CommonFramelessMessageBox::showMessageBox(QWidget *parent, int iconKind, con
     // touched afterwards.
     const QPointer<CommonFramelessMessageBox> box = new CommonFramelessMessageBox(parent, buttonAlignment);
     box->setWindowTitle(title);
+    // A screen reader names the text after the box.
+    box->textEdit_->setAccessibleName(title);
     box->labelIcon_->setPixmap(icon);
     box->setText(text);
     if (!checkBoxText.isEmpty()) {

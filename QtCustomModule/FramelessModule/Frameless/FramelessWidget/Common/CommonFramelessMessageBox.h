@@ -13,7 +13,8 @@ class QHBoxLayout;
 class QLabel;
 
 // The read-only text of a message box. Its minimum size hint fits the text:
-// lines up to 600 pixels wide, long lines wrapped, at most 400 pixels high.
+// lines up to 600 pixels wide, long lines wrapped, high enough for every
+// line as the edit lays it out, at most 400 pixels high (then it scrolls).
 // It never scrolls sideways: every line wraps inside its width.
 class MessageBoxTextEdit : public QPlainTextEdit
 {
@@ -32,7 +33,14 @@ public:
 
     QSize minimumSizeHint() const override;
 
+protected:
+    void changeEvent(QEvent *event) override;
+
 private:
+    // The height in pixels that the text takes in the edit's viewport when
+    // that is viewportWidth wide, margins of the document included.
+    int laidOutTextHeight(int viewportWidth) const;
+
     QString text_;
     QStringList lines_;
     mutable QSize cachedHint_;
