@@ -103,6 +103,8 @@ private slots:
     void maximizedArea_choosesMonitorOrScreen();
     void toPhysical_scalesScreenAreasAboutTheScreenOrigin_data();
     void toPhysical_scalesScreenAreasAboutTheScreenOrigin();
+    void toLogical_undoesToPhysicalAboutTheScreenOrigin_data();
+    void toLogical_undoesToPhysicalAboutTheScreenOrigin();
     void toPhysical_scalesSizeLimitsButKeepsUnbounded_data();
     void toPhysical_scalesSizeLimitsButKeepsUnbounded();
     void maximizedRect_keepsProposedWhenWindowCannotGrow_data();
@@ -461,6 +463,38 @@ void FramelessGeometryTest::maximizedArea_choosesMonitorOrScreen()
     QCOMPARE(maximizedArea(fullScreen, haveMonitor ? &monitor : nullptr, haveScreen ? &screen : nullptr,
                            toRect(QRect(-8, -8, 1936, 1056))),
              toRect(expected));
+}
+
+void FramelessGeometryTest::toLogical_undoesToPhysicalAboutTheScreenOrigin_data()
+{
+    QTest::addColumn<QPoint>("physical");
+    QTest::addColumn<QPoint>("origin");
+    QTest::addColumn<qreal>("ratio");
+    QTest::addColumn<QPoint>("expected");
+    QTest::newRow("100 %") << QPoint(545, 344) << QPoint(0, 0) << 1.0 << QPoint(545, 344);
+    QTest::newRow("200 %") << QPoint(1090, 688) << QPoint(0, 0) << 2.0 << QPoint(545, 344);
+    QTest::newRow("150 %, rounded") << QPoint(301, 151) << QPoint(0, 0) << 1.5 << QPoint(201, 101);
+    QTest::newRow("left of the primary, 200 %")
+        << QPoint(-2000, 100) << QPoint(-2560, 0) << 2.0 << QPoint(-2280, 50);
+    QTest::newRow("above the primary, 125 %")
+        << QPoint(250, -1190) << QPoint(0, -1440) << 1.25 << QPoint(200, -1240);
+    QTest::newRow("no ratio known") << QPoint(7, 9) << QPoint(0, 0) << 0.0 << QPoint(7, 9);
+}
+
+void FramelessGeometryTest::toLogical_undoesToPhysicalAboutTheScreenOrigin()
+{
+    QFETCH(QPoint, physical);
+    QFETCH(QPoint, origin);
+    QFETCH(qreal, ratio);
+    QFETCH(QPoint, expected);
+    QCOMPARE(toLogical(physical, origin, ratio), expected);
+    if (ratio > 0) {
+        // And back: the physical corner of the logical point is within one
+        // scaled pixel of where it came from.
+        const Rect back = toPhysical(QRect(expected, QSize(1, 1)), origin, ratio);
+        QVERIFY(qAbs(back.left - physical.x()) <= qCeil(ratio));
+        QVERIFY(qAbs(back.top - physical.y()) <= qCeil(ratio));
+    }
 }
 
 void FramelessGeometryTest::toPhysical_scalesScreenAreasAboutTheScreenOrigin_data()

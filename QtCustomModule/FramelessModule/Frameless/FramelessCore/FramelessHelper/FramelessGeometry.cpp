@@ -164,6 +164,15 @@ Rect toPhysical(const QRect &logicalArea, const QPoint &screenOrigin, qreal devi
     return Rect{left, top, left + scaled(logicalArea.width()), top + scaled(logicalArea.height())};
 }
 
+QPoint toLogical(const QPoint &physicalPos, const QPoint &screenOrigin, qreal devicePixelRatio)
+{
+    if (devicePixelRatio <= 0)
+        return physicalPos;
+    const auto scaled = [devicePixelRatio](int distance) { return qRound(distance / devicePixelRatio); };
+    return QPoint(screenOrigin.x() + scaled(physicalPos.x() - screenOrigin.x()),
+                  screenOrigin.y() + scaled(physicalPos.y() - screenOrigin.y()));
+}
+
 EdgeComparison compareEdges(const Rect &newRect, const Rect &oldRect)
 {
     EdgeComparison out;

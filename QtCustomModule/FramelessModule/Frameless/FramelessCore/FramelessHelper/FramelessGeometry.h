@@ -137,6 +137,10 @@ Rect toRect(const QRect &rect);
 // from it, so the area is scaled about that corner.
 Rect toPhysical(const QRect &logicalArea, const QPoint &screenOrigin, qreal devicePixelRatio);
 
+// The other way round for a point: a screen position in physical pixels, as
+// the window system reports it, in device-independent ones.
+QPoint toLogical(const QPoint &physicalPos, const QPoint &screenOrigin, qreal devicePixelRatio);
+
 // How the client area follows a native resize of a window that is not
 // maximised: which edges moved, and the new rectangle nudged by one pixel
 // where the window grew to the left or upwards.

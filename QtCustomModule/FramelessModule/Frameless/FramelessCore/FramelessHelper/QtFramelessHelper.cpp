@@ -4,8 +4,13 @@
 
 #include <QApplication>
 #include <QMouseEvent>
+#include <QScreen>
 #include <QWidget>
 #include <QWindow>
+
+#ifdef BEX_FRAMELESS_X11
+#include "X11WindowPosition.h"
+#endif
 
 using FramelessGeometry::HitRegion;
 
@@ -66,6 +71,10 @@ bool QtFramelessHelper::eventFilter(QObject *watched, QEvent *event)
         }
     } else if (handle_ && watched == handle_) {
         switch (event->type()) {
+        case QEvent::Expose:
+            if (handle_->isExposed())
+                followWindowSystemPosition();
+            break;
         case QEvent::MouseButtonPress:
         case QEvent::MouseButtonRelease:
         case QEvent::MouseButtonDblClick:
@@ -82,6 +91,57 @@ bool QtFramelessHelper::eventFilter(QObject *watched, QEvent *event)
         }
     }
     return FramelessHelper::eventFilter(watched, event);
+}
+
+bool QtFramelessHelper::windowSystemPosition(QPoint *pos) const
+{
+#ifdef BEX_FRAMELESS_X11
+    if (!handle_)
+        return false;
+    const std::optional<QPoint> physical = X11WindowPosition::rootPosition(handle_->winId());
+    if (!physical)
+        return false;
+    const QScreen *screen = handle_->screen();
+    *pos = FramelessGeometry::toLogical(*physical, screen ? screen->geometry().topLeft() : QPoint(),
+                                        handle_->devicePixelRatio());
+    return true;
+#else
+    Q_UNUSED(pos)
+    return false;
+#endif
+}
+
+bool QtFramelessHelper::moveBehindQt(const QPoint &pos)
+{
+#ifdef BEX_FRAMELESS_X11
+    if (!handle_)
+        return false;
+    const QScreen *screen = handle_->screen();
+    const FramelessGeometry::Rect physical = FramelessGeometry::toPhysical(
+        QRect(pos, window()->size()), screen ? screen->geometry().topLeft() : QPoint(),
+        handle_->devicePixelRatio());
+    return X11WindowPosition::requestMove(handle_->winId(), QPoint(physical.left, physical.top));
+#else
+    Q_UNUSED(pos)
+    return false;
+#endif
+}
+
+void QtFramelessHelper::followWindowSystemPosition()
+{
+    // An X window manager reparents a new window into its frame and places
+    // the frame. Qt asks the server where the window is when it handles the
+    // window's ConfigureNotify; when it does so while the frame still waits
+    // at the corner of the screen, it takes that corner for the window's
+    // place, and a manager that placed the window where it asked to be sends
+    // no correction. Once the window is on screen, its place is read from
+    // the server; where Qt got it wrong, the window asks for the place it has,
+    // which the manager answers with the position Qt then takes on.
+    QPoint actual;
+    if (!windowSystemPosition(&actual) || actual == window()->geometry().topLeft())
+        return;
+    BEX_DEBUG(lcFrameless) << "window is at" << actual << "not at" << window()->geometry().topLeft();
+    window()->move(actual);
 }
 
 bool QtFramelessHelper::handleMouseEvent(QMouseEvent *event)
@@ -123,7 +183,8 @@ bool QtFramelessHelper::handlePress(QMouseEvent *event)
         return false;
 
     pressGlobalPos_ = event->globalPos();
-    pressGeometry_ = window()->geometry();
+    // Where the window is as the pointer sees it, whatever Qt last heard.
+    pressGeometry_ = QRect(event->globalPos() - event->pos(), window()->size());
     if (region == HitRegion::Caption) {
         drag_ = Drag::Pending;
         return true;
@@ -157,6 +218,11 @@ bool QtFramelessHelper::handleMove(QMouseEvent *event)
     case Drag::Pending:
         if (delta.manhattanLength() < QApplication::startDragDistance())
             return true;
+        // The window system moves the window by the pointer's travel from
+        // where it takes over; the travel up to here is made up for first,
+        // so that the grab point stays under the pointer.
+        if (!window()->isMaximized() && !window()->isFullScreen())
+            moveBehindQt(pressGeometry_.topLeft() + delta);
         if (startSystemMove()) {
             BEX_DEBUG(lcFrameless) << "system move started";
             releaseAfterSystemDrag(event);

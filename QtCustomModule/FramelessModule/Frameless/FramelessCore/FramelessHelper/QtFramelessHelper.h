@@ -42,6 +42,16 @@ private:
     };
 
     void trackWindowHandle();
+    // The window's position as the window system has it, where Qt may
+    // have missed it (X11); false where it cannot be asked.
+    bool windowSystemPosition(QPoint *pos) const;
+    void followWindowSystemPosition();
+    // Moves the window on the window system (X11) without telling Qt, which
+    // learns the new place from the window system's answer. Qt hands a
+    // system move the pointer's position as it maps it through the geometry
+    // it last heard of: the window system must get the press position, so
+    // that geometry must stay the one of the press until then.
+    bool moveBehindQt(const QPoint &pos);
     bool handleMouseEvent(QMouseEvent *event);
     bool handlePress(QMouseEvent *event);
     bool handleMove(QMouseEvent *event);
