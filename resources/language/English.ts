@@ -19,6 +19,10 @@
         <source>最小化</source>
         <translation>Minimize</translation>
     </message>
+    <message>
+        <source>窗口图标</source>
+        <translation>Window icon</translation>
+    </message>
 </context>
 <context>
     <name>ExtraOptionWidget</name>
@@ -45,6 +49,13 @@
     <message>
         <source>镜像打印</source>
         <translation>Mirror print</translation>
+    </message>
+</context>
+<context>
+    <name>InkOrderWidget</name>
+    <message>
+        <source>墨水顺序</source>
+        <translation>Ink order</translation>
     </message>
 </context>
 <context>
@@ -111,6 +122,10 @@
     <message>
         <source>确认</source>
         <translation>Ok</translation>
+    </message>
+    <message>
+        <source>清除</source>
+        <translation>Clear</translation>
     </message>
 </context>
 <context>
@@ -363,6 +378,22 @@
     <message>
         <source>黑色(K)</source>
         <translation>K</translation>
+    </message>
+    <message>
+        <source>%1 浓度</source>
+        <translation>%1 density</translation>
+    </message>
+    <message>
+        <source>%1 最大墨量</source>
+        <translation>%1 maximum ink</translation>
+    </message>
+    <message>
+        <source>RGB 配置文件</source>
+        <translation>RGB profile</translation>
+    </message>
+    <message>
+        <source>CMYK 配置文件</source>
+        <translation>CMYK profile</translation>
     </message>
 </context>
 <context>

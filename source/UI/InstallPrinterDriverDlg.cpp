@@ -65,6 +65,13 @@ QStringList InstallPrinterDriverDlg::listFiles(const QString &directory, const Q
 
 void InstallPrinterDriverDlg::initialize()
 {
+    // A list speaks no title of its own: a screen reader names it by the
+    // label above it.
+    ui_->label_vendorList_->setBuddy(ui_->listWidget_vendorList_);
+    ui_->listWidget_vendorList_->setAccessibleName(ui_->label_vendorList_->text());
+    ui_->label_2->setBuddy(ui_->listWidget_printerDriverList_);
+    ui_->listWidget_printerDriverList_->setAccessibleName(ui_->label_2->text());
+
     const QString dtpBinDir = PrinterDriverConfig::instance()->dtpBinDir();
 
     const QString vendor = QObject::tr("Bex");
@@ -81,6 +88,13 @@ void InstallPrinterDriverDlg::initialize()
             &InstallPrinterDriverDlg::on_itemClicked_vendor);
     connect(ui_->listWidget_printerDriverList_, &QListWidget::itemClicked, this,
             &InstallPrinterDriverDlg::on_itemClicked_printerDriver);
+    // The arrow keys move the current row without a click: the buttons
+    // follow the current row all the same.
+    connect(ui_->listWidget_printerDriverList_, &QListWidget::currentItemChanged, this,
+            [this](QListWidgetItem *current) {
+                if (current)
+                    enableButtonsFor(*current);
+            });
     connect(ui_->btn_install_, &QPushButton::clicked, this,
             &InstallPrinterDriverDlg::on_installPrinterDriver);
     connect(ui_->btn_del_, &QPushButton::clicked, this, &InstallPrinterDriverDlg::on_deletePrinterDriver);
@@ -123,12 +137,24 @@ void InstallPrinterDriverDlg::on_itemClicked_printerDriver(QListWidgetItem *item
     BEX_DEBUG(lcDialog) << "item:" << item->text();
     BEX_DEBUG(lcDialog) << "driverFilePath:" << path;
 
-    const bool installed = !PrinterDriverManager::instance()->findDriverInfoByPrsPath(path).isNull();
-    if (installed)
+    if (isInstalled(*item))
         BEX_DEBUG(lcDialog) << "已经安装了";
     else
         BEX_DEBUG(lcDialog) << "未安装了";
 
+    enableButtonsFor(*item);
+}
+
+bool InstallPrinterDriverDlg::isInstalled(const QListWidgetItem &item)
+{
+    return !PrinterDriverManager::instance()
+                ->findDriverInfoByPrsPath(item.data(prsPathRole).toString())
+                .isNull();
+}
+
+void InstallPrinterDriverDlg::enableButtonsFor(const QListWidgetItem &item)
+{
+    const bool installed = isInstalled(item);
     ui_->btn_install_->setEnabled(!installed);
     ui_->btn_del_->setEnabled(!installed);
 }

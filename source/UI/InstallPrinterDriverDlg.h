@@ -45,6 +45,10 @@ private slots:
 
 private:
     void initialize();
+    // Whether the file of a printer row is an installed driver's.
+    static bool isInstalled(const QListWidgetItem &item);
+    // Install and delete are for a file that is not installed.
+    void enableButtonsFor(const QListWidgetItem &item);
 
     std::unique_ptr<Ui::InstallPrinterDriverDlg> ui_;
     QString installedDriverId_;

@@ -3,6 +3,7 @@
 
 #include <QLineEdit>
 #include <QPushButton>
+#include <QToolButton>
 
 ModifyPrinterDriverNameDlg::ModifyPrinterDriverNameDlg(const QString &currentShowName, QWidget *parent)
     : CommonFramelessDialog(parent)
@@ -17,6 +18,12 @@ ModifyPrinterDriverNameDlg::ModifyPrinterDriverNameDlg(const QString &currentSho
     setWindowFlags(flags);
 
     ui_->lineEdit_driverShowName_->setText(currentShowName);
+    // A screen reader names the field by its label, and the field's clear
+    // button, an image only, by what it does.
+    ui_->label->setBuddy(ui_->lineEdit_driverShowName_);
+    const QList<QToolButton *> fieldButtons = ui_->lineEdit_driverShowName_->findChildren<QToolButton *>();
+    for (QToolButton *button : fieldButtons)
+        button->setAccessibleName(tr("清除"));
 
     ui_->btn_ok_->setProperty("defaultStyle_normal", true);
     ui_->btn_cancel_->setProperty("defaultStyle_normal", true);

@@ -49,6 +49,11 @@ PrinterDriverManagerDlg::~PrinterDriverManagerDlg() = default;
 
 void PrinterDriverManagerDlg::initialize()
 {
+    // A list speaks no title of its own: a screen reader names it by the
+    // label above it.
+    ui_->label->setBuddy(ui_->listWidget_);
+    ui_->listWidget_->setAccessibleName(ui_->label->text());
+
     PrinterDriverManager *manager = PrinterDriverManager::instance();
     const QVector<PrinterDriverManager::DriverInfoPtr> drivers = manager->obtainInstalledDrivers();
     const QString defaultId = manager->defaultDriverId();

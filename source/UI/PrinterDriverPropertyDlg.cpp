@@ -12,10 +12,13 @@
 #include "UI/SubWidget/DoubleSlider.h"
 #include "UI/SubWidget/ExtraOptionWidget.h"
 #include "UI/SubWidget/InkOrderWidget.h"
+#include "UI/TabOrder.h"
 #include "UI/WheelGuard.h"
 
 #include <IUIPrintParamsHandler.h>
 
+#include <QAbstractItemView>
+#include <QAccessible>
 #include <QCloseEvent>
 #include <QComboBox>
 #include <QDir>
@@ -214,7 +217,9 @@ public:
     {
         if (!listViewMade_) {
             listViewMade_ = true;
+            const QString name = view()->accessibleName();
             setView(new QListView(this));
+            view()->setAccessibleName(name);
         }
         QComboBox::showPopup();
     }
@@ -271,6 +276,29 @@ PrinterDriverPropertyDlg::PrinterDriverPropertyDlg(const QString &driverId, QWid
     setupDetailSections();
     restoreGeometryFromSettings();
     wheelGuard_->guardChildren(ui_->scrollAreaWidgetContents_main_);
+    setupKeyboardAndNames();
+}
+
+// Enter confirms, Tab follows the layout, and every control has a name that
+// a screen reader can speak (a label beside a control names it as its buddy).
+void PrinterDriverPropertyDlg::setupKeyboardAndNames()
+{
+    ui_->btn_ok_->setDefault(true);
+    ui_->label_dpi_->setBuddy(ui_->comboBox_dpi_);
+    ui_->label_paper_->setBuddy(ui_->comboBox_paper_);
+    ui_->label_ink_->setBuddy(ui_->comboBox_ink_);
+    ui_->label_combinedType_->setBuddy(ui_->comboBox_combinedType_);
+    ui_->label_iccEquipment_->setBuddy(ui_->lineEdit_ICC_Curve_);
+    ui_->label_intent_->setBuddy(ui_->comboBox_intent_);
+    ui_->lineEdit_ICC_RGB_->setAccessibleName(tr("RGB 配置文件"));
+    ui_->lineEdit_ICC_CMYK_->setAccessibleName(tr("CMYK 配置文件"));
+    // A combo box's list is a window of its own: it carries the name of
+    // the box (its label's text) for a screen reader that reads the list.
+    for (QComboBox *combo : findChildren<QComboBox *>()) {
+        if (QAccessibleInterface *box = QAccessible::queryAccessibleInterface(combo))
+            combo->view()->setAccessibleName(box->text(QAccessible::Name));
+    }
+    TabOrder::followLayout(this);
 }
 
 PrinterDriverPropertyDlg::~PrinterDriverPropertyDlg() = default;
@@ -467,6 +495,7 @@ void PrinterDriverPropertyDlg::readEnumItems()
         label->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
         auto *combo = new CommonPropertyComboBox;
         combo->setFocusPolicy(Qt::StrongFocus);
+        label->setBuddy(combo);
         combo->setProperty("enumId", enumId);
         const QStringList values = enumValues(*item);
         for (int i = 0; i < values.size(); ++i)
@@ -767,6 +796,14 @@ bool PrinterDriverPropertyDlg::readChannelColorInfo()
         rows.setVisible(true);
         rows.densityLabel->setText(label);
         rows.maxInkLabel->setText(label);
+        // Named by their channel for a screen reader, which does not see
+        // the row's label beside them.
+        const QString densityName = tr("%1 浓度").arg(label);
+        const QString maxInkName = tr("%1 最大墨量").arg(label);
+        rows.densitySlider->setAccessibleName(densityName);
+        rows.densitySpinBox->setAccessibleName(densityName);
+        rows.maxInkSlider->setAccessibleName(maxInkName);
+        rows.maxInkSpinBox->setAccessibleName(maxInkName);
         // Light inks follow the density of their full-strength ink.
         const bool densityEditable = !name.startsWith(QLatin1Char('L'), Qt::CaseInsensitive);
         rows.densitySlider->setEnabled(densityEditable);
@@ -834,6 +871,7 @@ void PrinterDriverPropertyDlg::switchCombination(WriteSelection writeSelection)
     readInkOrderInfo();
     // A combination with channels not seen before made new rows.
     wheelGuard_->guardChildren(ui_->widget_inkDetail_);
+    TabOrder::followLayout(this);
 }
 
 void PrinterDriverPropertyDlg::on_combinedTypeChanged(int index)

@@ -94,6 +94,7 @@ private:
     };
 
     void setupDetailSections();
+    void setupKeyboardAndNames();
     void setupConnections();
     void restoreGeometryFromSettings();
     void settleLayout();

@@ -131,6 +131,74 @@ QWidget *rowWidget(QWidget *dialog, const QString &gridName, int row, int column
     return item ? item->widget() : nullptr;
 }
 
+// A key pressed and released on the widget that has the keyboard focus, as
+// the window system delivers it.
+void press(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier)
+{
+    QWidget *target = QApplication::focusWidget();
+    if (!target)
+        target = QApplication::activeWindow();
+    QTest::keyClick(target, key, modifiers);
+}
+
+// Presses Tab until `target` has the focus; false when a whole round of the
+// dialog's controls went by without reaching it.
+bool tabTo(QWidget *dialog, QWidget *target)
+{
+    const int rounds = dialog->findChildren<QWidget *>().size() + 1;
+    for (int i = 0; i < rounds; ++i) {
+        if (QApplication::focusWidget() == target || target->isAncestorOf(QApplication::focusWidget()))
+            return true;
+        press(Qt::Key_Tab);
+    }
+    return false;
+}
+
+// The controls that Tab visits in `dialog`, in the order of its focus chain,
+// starting with the one that reads first.
+QList<QWidget *> tabChain(QWidget *dialog)
+{
+    QList<QWidget *> chain;
+    for (QWidget *w = dialog->nextInFocusChain(); w && w != dialog; w = w->nextInFocusChain()) {
+        if ((w->focusPolicy() & Qt::TabFocus) && w->isVisibleTo(dialog) && w->isEnabled() &&
+            !w->focusProxy() && !qobject_cast<QScrollArea *>(w) && w->window() == dialog)
+            chain << w;
+    }
+    return chain;
+}
+
+// Sorts controls as one reads the dialog: rows from top to bottom (controls
+// whose heights overlap stand in one row), each row from left to right.
+void sortInReadingOrder(QWidget *dialog, QList<QWidget *> *widgets)
+{
+    auto rectOf = [dialog](QWidget *w) { return QRect(w->mapTo(dialog, QPoint(0, 0)), w->size()); };
+    std::stable_sort(widgets->begin(), widgets->end(),
+                     [&](QWidget *a, QWidget *b) { return rectOf(a).center().y() < rectOf(b).center().y(); });
+    QList<QWidget *> sorted;
+    for (int start = 0; start < widgets->size();) {
+        int end = start + 1;
+        const QRect first = rectOf(widgets->at(start));
+        while (end < widgets->size() && rectOf(widgets->at(end)).center().y() <= first.bottom())
+            ++end;
+        QList<QWidget *> row = widgets->mid(start, end - start);
+        std::stable_sort(row.begin(), row.end(),
+                         [&](QWidget *a, QWidget *b) { return rectOf(a).x() < rectOf(b).x(); });
+        sorted << row;
+        start = end;
+    }
+    *widgets = sorted;
+}
+
+QStringList names(const QList<QWidget *> &widgets)
+{
+    QStringList result;
+    for (QWidget *w : widgets)
+        result << (w->objectName().isEmpty()
+                       ? QLatin1String(w->metaObject()->className()) + QLatin1Char(':') + w->accessibleName()
+                       : w->objectName());
+    return result;
+}
+
 struct ChannelValues
 {
     const char *name;
@@ -926,6 +994,113 @@ private slots:
         // first and still off, lc (ink 2) last, White (ink 3) second and off.
         QCOMPARE(inkOrderNow(), QStringLiteral("order=2,0,3,1 off=0,1,0,1"));
         QCOMPARE(fake_->calls, writeCalls(1, 0, 1, 1, 0));
+    }
+
+    void keyboard_tabOrderFollowsTheLayout()
+    {
+        PrinterDriverConfig::instance()->setShowInkDetail(true);
+        PrinterDriverConfig::instance()->setShowOtherPropertyDetail(true);
+        PrinterDriverPropertyDlg dialog(driverId, nullptr);
+        dialog.setExtraOption(RipExtraOption{1, false});
+        // Tall enough that nothing scrolls: the places on the window are
+        // the places on the page.
+        dialog.resize(720, 2400);
+        dialog.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&dialog));
+        // A combination with other channels makes rows after the dialog was
+        // built: they take their place in the order too.
+        fake_->setChannels({FakePrintParamsHandler::channel(QStringLiteral("K"), 0, 1),
+                            FakePrintParamsHandler::channel(QStringLiteral("C"), 0, 1),
+                            FakePrintParamsHandler::channel(QStringLiteral("Orange"), 0, 1),
+                            FakePrintParamsHandler::channel(QStringLiteral("lc"), 0, 1),
+                            FakePrintParamsHandler::channel(QStringLiteral("White"), 0, 1)});
+        fake_->setInkOrder({0, 1, 2, 3, 4}, {0, 0, 0, 0, 0});
+        combinedType(&dialog)->setCurrentIndex(1);
+        QApplication::processEvents();
+
+        auto *scroll = child<QScrollArea>(&dialog, QStringLiteral("scrollArea_main_"));
+        QCOMPARE(scroll->verticalScrollBar()->maximum(), 0);
+        const QList<QWidget *> chain = tabChain(&dialog);
+        QList<QWidget *> reading = chain;
+        sortInReadingOrder(&dialog, &reading);
+        QVERIFY(chain.size() > 20);
+        QVERIFY(chain.contains(child(&dialog, QStringLiteral("btn_ok_"))));
+        QVERIFY(chain.contains(inkTabs(&dialog)));
+        QCOMPARE(names(chain), names(reading));
+    }
+
+    void keyboard_fullRoundWithKeysOnly()
+    {
+        PrinterDriverConfig::instance()->setShowInkDetail(true);
+        PrinterDriverPropertyDlg dialog(driverId, nullptr);
+        dialog.show();
+        dialog.activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(&dialog));
+        fake_->calls.clear();
+
+        // The combination: Down chooses the next one, which is read at once.
+        QComboBox *combo = combinedType(&dialog);
+        QVERIFY(tabTo(&dialog, combo));
+        const int combination = combo->currentIndex();
+        press(Qt::Key_Down);
+        QCOMPARE(combo->currentIndex(), combination + 1);
+        QVERIFY(fake_->calls.contains(QStringLiteral("GetChannelColorInfo")));
+
+        // The first maximum-ink box: typed over.
+        QSpinBox *limit = rowSpinBoxes<QSpinBox>(&dialog, limitGrid).at(0);
+        QVERIFY(tabTo(&dialog, limit));
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_A, Qt::ControlModifier);
+        QTest::keyClicks(QApplication::focusWidget(), QStringLiteral("45"));
+        QCOMPARE(limit->value(), 45);
+
+        // The ink order: Space switches the chosen ink off.
+        QTabBar *tabs = inkTabs(&dialog);
+        QVERIFY(tabTo(&dialog, tabs));
+        const QString ink = tabs->tabText(tabs->currentIndex());
+        press(Qt::Key_Space);
+        bool switchedOff = false;
+        for (const InkOrderWidget::InkInfo &info :
+             child<InkOrderWidget>(&dialog, QStringLiteral("inkOrderWidget_"))->inkInfos())
+            switchedOff = switchedOff || (info.inkName == ink && !info.isOn);
+        QVERIFY2(switchedOff, qPrintable(ink));
+
+        // "Never ask again": Space ticks it, and the setting follows.
+        auto *never = child<QCheckBox>(&dialog, QStringLiteral("checkBox_notPromptDriverPropertyDlg_"));
+        QVERIFY(tabTo(&dialog, never));
+        press(Qt::Key_Space);
+        QVERIFY(never->isChecked());
+        QVERIFY(!PrinterDriverConfig::instance()->bPromptDriverPropertyDlg());
+        // And back, which leaves the setting as the other tests expect it.
+        press(Qt::Key_Space);
+        QVERIFY(!never->isChecked());
+        QVERIFY(PrinterDriverConfig::instance()->bPromptDriverPropertyDlg());
+
+        // Enter confirms from wherever the focus stands but a button.
+        QVERIFY(tabTo(&dialog, combo));
+        fake_->calls.clear();
+        press(Qt::Key_Return);
+        QCOMPARE(dialog.result(), int(QDialog::Accepted));
+        QVERIFY(!dialog.isVisible());
+        QVERIFY2(fake_->calls.contains(QStringLiteral("CommitPrinterDriverPrs(0)")),
+                 qPrintable(fake_->calls.join(QLatin1Char(','))));
+        QCOMPARE(fake_->channelInfo.channels[0].iciMaxInk, 0.45);
+    }
+
+    void keyboard_escapeCancelsAndWritesNothing()
+    {
+        PrinterDriverPropertyDlg dialog(driverId, nullptr);
+        dialog.show();
+        dialog.activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(&dialog));
+        QSpinBox *limit = rowSpinBoxes<QSpinBox>(&dialog, limitGrid).at(0);
+        limit->setValue(12);
+        fake_->calls.clear();
+        press(Qt::Key_Escape);
+        QCOMPARE(dialog.result(), int(QDialog::Rejected));
+        QVERIFY(!dialog.isVisible());
+        for (const QString &call : qAsConst(fake_->calls))
+            QVERIFY2(!call.startsWith(QLatin1String("Set")) && !call.startsWith(QLatin1String("Commit")),
+                     qPrintable(call));
     }
 
     void ok_stepFailing_data()

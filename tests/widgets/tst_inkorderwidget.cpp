@@ -136,6 +136,7 @@ private slots:
     void shouldEmitOncePerTabPassedWhileDragging();
     void shouldPaintTheDraggedTabInItsInkColour();
     void shouldSwitchAnInkOnDoubleClick();
+    void shouldSwitchAndMoveTheCurrentInkFromTheKeyboard();
     void shouldPaintASwitchedInkInOffColoursAndBack();
     void shouldIgnoreDoubleClicksWhenTheSwitchIsDisabled();
     void shouldIgnoreADoubleClickBesideTheTabs();
@@ -455,6 +456,47 @@ void InkOrderWidgetTest::shouldSwitchAnInkOnDoubleClick()
     QTest::mouseDClick(tabBar, Qt::LeftButton, {}, tabBar->tabRect(3).center());
     QCOMPARE(spy.count(), 2);
     QCOMPARE(spyArgument(spy, 1).at(3).isOn, true);
+}
+
+void InkOrderWidgetTest::shouldSwitchAndMoveTheCurrentInkFromTheKeyboard()
+{
+    Window window;
+    window.widget->setInkInfos(processInks());
+    QVERIFY(window.show());
+    QTabBar *tabBar = window.tabBar();
+    QVERIFY(tabBar->focusPolicy() & Qt::TabFocus);
+    QVERIFY(!tabBar->accessibleName().isEmpty());
+    tabBar->setFocus();
+    QSignalSpy spy(window.widget, &InkOrderWidget::inkOrderChanged);
+    QStringList texts;
+    for (int i = 0; i < tabBar->count(); ++i)
+        texts << tabBar->tabText(i);
+
+    // An arrow chooses the next ink; nothing changes yet.
+    tabBar->setCurrentIndex(0);
+    QTest::keyClick(tabBar, Qt::Key_Right);
+    QCOMPARE(tabBar->currentIndex(), 1);
+    QCOMPARE(spy.count(), 0);
+
+    // Space switches it, as a double-click does.
+    const bool wasOn = getTabData(tabBar, 1)->isOn;
+    QTest::keyClick(tabBar, Qt::Key_Space);
+    QCOMPARE(spy.count(), 1);
+    QCOMPARE(getTabData(tabBar, 1)->isOn, !wasOn);
+
+    // Ctrl+Right moves it one place later in the order, and it stays chosen.
+    QTest::keyClick(tabBar, Qt::Key_Right, Qt::ControlModifier);
+    QCOMPARE(spy.count(), 2);
+    QCOMPARE(tabBar->currentIndex(), 2);
+    QCOMPARE(tabBar->tabText(2), texts.at(1));
+    QCOMPARE(tabBar->tabText(1), texts.at(2));
+    QCOMPARE(spyArgument(spy, 1).at(2).inkName, texts.at(1));
+
+    // Nothing moves past either end.
+    tabBar->setCurrentIndex(0);
+    QTest::keyClick(tabBar, Qt::Key_Left, Qt::ControlModifier);
+    QCOMPARE(spy.count(), 2);
+    QCOMPARE(tabBar->tabText(0), texts.at(0));
 }
 
 void InkOrderWidgetTest::shouldPaintASwitchedInkInOffColoursAndBack()

@@ -3,6 +3,7 @@
 #include "Common/Logging.h"
 
 #include <QHBoxLayout>
+#include <QKeyEvent>
 #include <QMap>
 #include <QTabBar>
 
@@ -74,6 +75,36 @@ InkOrderWidget::InkOrderWidget(QWidget *parent)
     connect(
         tabBar_, &QTabBar::tabBarDoubleClicked, tabBar_, [this](int index) { switchInk(index); },
         Qt::DirectConnection);
+    // The keyboard does what the mouse does: arrows choose an ink, Space
+    // switches it on or off, Ctrl with an arrow moves it in the order.
+    tabBar_->setFocusPolicy(Qt::StrongFocus);
+    tabBar_->setAccessibleName(tr("墨水顺序"));
+    tabBar_->installEventFilter(this);
+}
+
+bool InkOrderWidget::eventFilter(QObject *watched, QEvent *event)
+{
+    if (watched != tabBar_ || event->type() != QEvent::KeyPress)
+        return QWidget::eventFilter(watched, event);
+    const auto *key = static_cast<QKeyEvent *>(event);
+    const int current = tabBar_->currentIndex();
+    if (current < 0)
+        return false;
+    if (key->key() == Qt::Key_Space && key->modifiers() == Qt::NoModifier) {
+        switchInk(current);
+        return true;
+    }
+    if (key->modifiers() == Qt::ControlModifier &&
+        (key->key() == Qt::Key_Left || key->key() == Qt::Key_Right)) {
+        const int target = current + (key->key() == Qt::Key_Left ? -1 : 1);
+        if (target >= 0 && target < tabBar_->count()) {
+            // tabMoved refreshes the order and tells the listeners.
+            tabBar_->moveTab(current, target);
+            tabBar_->setCurrentIndex(target);
+        }
+        return true;
+    }
+    return false;
 }
 
 InkOrderWidget::~InkOrderWidget() = default;

@@ -50,6 +50,9 @@ public:
 signals:
     void inkOrderChanged(QVector<InkInfo> inkInfos);
 
+protected:
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
 private:
     void refreshAndEmit();
     void switchInk(int index);

@@ -77,6 +77,8 @@ CommonFramelessTitleBar::CommonFramelessTitleBar(QWidget *parent)
     nameWidget(labelIcon_, "framelessTitleBar_labelIcon");
     labelIcon_->setSizePolicy(QSizePolicy::Minimum, QSizePolicy::Minimum);
     labelIcon_->installEventFilter(new LabelIconEventFilter(this, labelIcon_));
+    // Shows an image only: a screen reader speaks its name.
+    labelIcon_->setAccessibleName(tr("窗口图标"));
     showWindowIcon();
 
     labelText_ = new QLabel(realTitleBar_);
@@ -87,19 +89,24 @@ CommonFramelessTitleBar::CommonFramelessTitleBar(QWidget *parent)
     if (window_ && !window_->windowTitle().isEmpty())
         labelText_->setText(window_->windowTitle());
 
+    // The buttons show images only: a screen reader speaks their names, the
+    // words of their tool tips.
     btnMin_ = new QPushButton(realTitleBar_);
     nameWidget(btnMin_, "framelessTitleBar_btnMin");
     btnMin_->setToolTip(tr("最小化"));
+    btnMin_->setAccessibleName(btnMin_->toolTip());
 
     btnRestore_ = new QPushButton(realTitleBar_);
     nameWidget(btnRestore_, "framelessTitleBar_btnRestore");
     btnRestore_->setToolTip(tr("最大化"));
+    btnRestore_->setAccessibleName(btnRestore_->toolTip());
     btnRestore_->setCheckable(true);
     btnRestore_->setChecked(false);
 
     btnClose_ = new QPushButton(realTitleBar_);
     nameWidget(btnClose_, "framelessTitleBar_btnClose");
     btnClose_->setToolTip(tr("关闭"));
+    btnClose_->setAccessibleName(btnClose_->toolTip());
 
     // Like a native caption's buttons they are for the mouse only: with
     // keyboard focus, the first of them would take the focus of a window
@@ -190,6 +197,8 @@ void CommonFramelessTitleBar::followWindowState()
     // Following the window must not ask the window to change again.
     disconnect(btnRestore_, &QPushButton::toggled, this, &CommonFramelessTitleBar::on_windowRestored);
     btnRestore_->setToolTip(maximized ? tr("向下还原") : tr("最大化"));
+    // A screen reader speaks what a press does, as the tool tip shows it.
+    btnRestore_->setAccessibleName(btnRestore_->toolTip());
     btnRestore_->setChecked(maximized);
     connect(btnRestore_, &QPushButton::toggled, this, &CommonFramelessTitleBar::on_windowRestored);
 }
