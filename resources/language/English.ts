@@ -52,6 +52,178 @@
     </message>
 </context>
 <context>
+    <name>IccProfileInfo</name>
+    <message>
+        <source>文件不存在</source>
+        <translation>The file does not exist</translation>
+    </message>
+    <message>
+        <source>这不是一个文件</source>
+        <translation>This is not a file</translation>
+    </message>
+    <message>
+        <source>文件太大（%1 字节，最多 %2 字节）</source>
+        <translation>The file is too large (%1 bytes, at most %2 bytes)</translation>
+    </message>
+    <message>
+        <source>文件无法读取：%1</source>
+        <translation>The file cannot be read: %1</translation>
+    </message>
+    <message>
+        <source>文件是空的</source>
+        <translation>The file is empty</translation>
+    </message>
+    <message>
+        <source>文件只有 %1 字节，放不下 ICC 文件头</source>
+        <translation>The file has only %1 bytes, too few for an ICC header</translation>
+    </message>
+    <message>
+        <source>文件头里没有 ICC 配置文件的标记 &quot;acsp&quot;</source>
+        <translation>The header lacks the ICC profile signature &quot;acsp&quot;</translation>
+    </message>
+    <message>
+        <source>文件不完整：文件头写明 %1 字节，文件只有 %2 字节</source>
+        <translation>The file is incomplete: its header gives %1 bytes, the file has only %2 bytes</translation>
+    </message>
+    <message>
+        <source>文件头写明的大小（%1 字节）放不下文件头</source>
+        <translation>The size in the header (%1 bytes) is too small for the header itself</translation>
+    </message>
+    <message>
+        <source>标签表（%1 个标签）超出了配置文件的末尾</source>
+        <translation>The tag table (%1 tags) runs past the end of the profile</translation>
+    </message>
+    <message>
+        <source>标签 &quot;%1&quot; 指向配置文件之外</source>
+        <translation>The tag &quot;%1&quot; points outside the profile</translation>
+    </message>
+    <message>
+        <source>文件头写明的类别 &quot;%1&quot; 不是 ICC 配置文件的类别</source>
+        <translation>The class in the header, &quot;%1&quot;, is not an ICC profile class</translation>
+    </message>
+    <message>
+        <source>文件头写明的色彩空间 &quot;%1&quot; 无法识别</source>
+        <translation>The colour space in the header, &quot;%1&quot;, is unknown</translation>
+    </message>
+    <message>
+        <source>文件头写明的连接空间 &quot;%1&quot; 不适用于这类配置文件</source>
+        <translation>The connection space in the header, &quot;%1&quot;, does not suit this class of profile</translation>
+    </message>
+    <message>
+        <source>Little CMS 无法启动</source>
+        <translation>Little CMS could not start</translation>
+    </message>
+    <message>
+        <source>Little CMS 无法读取这个配置文件：%1</source>
+        <translation>Little CMS cannot read this profile: %1</translation>
+    </message>
+    <message>
+        <source>原因不明</source>
+        <translation>no reason given</translation>
+    </message>
+    <message>
+        <source>配置文件里没有所需的转换表</source>
+        <translation>the profile lacks the tables needed</translation>
+    </message>
+    <message>
+        <source>灰度</source>
+        <translation>Gray</translation>
+    </message>
+    <message>
+        <source>%1 色</source>
+        <translation>%1-colour</translation>
+    </message>
+    <message>
+        <source>输入设备</source>
+        <translation>input device</translation>
+    </message>
+    <message>
+        <source>显示器</source>
+        <translation>display</translation>
+    </message>
+    <message>
+        <source>输出设备</source>
+        <translation>output device</translation>
+    </message>
+    <message>
+        <source>设备链接</source>
+        <translation>device link</translation>
+    </message>
+    <message>
+        <source>抽象</source>
+        <translation>abstract</translation>
+    </message>
+    <message>
+        <source>色彩空间转换</source>
+        <translation>colour space conversion</translation>
+    </message>
+    <message>
+        <source>命名颜色</source>
+        <translation>named colour</translation>
+    </message>
+    <message>
+        <source>（没有描述）</source>
+        <translation>(no description)</translation>
+    </message>
+    <message>
+        <source>描述：%1</source>
+        <translation>Description: %1</translation>
+    </message>
+    <message>
+        <source>类别：%1（%2）</source>
+        <translation>Class: %1 (%2)</translation>
+    </message>
+    <message>
+        <source>色彩空间：%1，连接空间：%2</source>
+        <translation>Colour space: %1, connection space: %2</translation>
+    </message>
+    <message>
+        <source>ICC 版本：%1</source>
+        <translation>ICC version: %1</translation>
+    </message>
+    <message>
+        <source>这是一个 %1 色彩空间的配置文件，此处需要 %2 配置文件</source>
+        <translation>This is a profile of the %1 colour space; a profile of the %2 colour space is needed here</translation>
+    </message>
+    <message>
+        <source>这是一个%1配置文件，此处需要 %2 输入配置文件</source>
+        <translation>This profile&apos;s class is %1; an input profile of the %2 colour space is needed here</translation>
+    </message>
+    <message>
+        <source>这个配置文件不能把 %1 颜色转换到连接空间：%2</source>
+        <translation>This profile cannot convert %1 colours to the connection space: %2</translation>
+    </message>
+    <message>
+        <source>这不是可用的 ICC 配置文件：%1</source>
+        <translation>This is not a usable ICC profile: %1</translation>
+    </message>
+    <message>
+        <source>这个设备链接无法使用：%1</source>
+        <translation>This device link cannot be used: %1</translation>
+    </message>
+    <message>
+        <source>这是一个%1配置文件，此处需要输出设备配置文件或设备链接</source>
+        <translation>This profile&apos;s class is %1; an output device profile or a device link is needed here</translation>
+    </message>
+    <message>
+        <source>这个输出设备配置文件不能把连接空间转换到设备颜色：%1</source>
+        <translation>This output device profile cannot convert the connection space to device colours: %1</translation>
+    </message>
+</context>
+<context>
+    <name>IccProfileRow</name>
+    <message>
+        <source>配置文件有问题</source>
+        <translation>Problem with this profile</translation>
+    </message>
+    <message>
+        <source>配置文件文件夹里没有这个文件：
+%1</source>
+        <translation>The profile folder has no such file:
+%1</translation>
+    </message>
+</context>
+<context>
     <name>InkOrderWidget</name>
     <message>
         <source>墨水顺序</source>
@@ -394,6 +566,10 @@
     <message>
         <source>CMYK 配置文件</source>
         <translation>CMYK profile</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot;：%2</source>
+        <translation>&quot;%1&quot;: %2</translation>
     </message>
 </context>
 <context>

@@ -7,7 +7,9 @@
 #include "Config/PrinterDriverConfig.h"
 #include "Config/UIModuleConfig.h"
 #include "FramelessWidget/Common/CommonFramelessMessageBox.h"
+#include "Icc/IccProfileCache.h"
 #include "UI/IccProfileFiles.h"
+#include "UI/IccProfileRow.h"
 #include "UI/PrinterDriverManager.h"
 #include "UI/SubWidget/DoubleSlider.h"
 #include "UI/SubWidget/ExtraOptionWidget.h"
@@ -81,14 +83,6 @@ bool setFieldText(char (&field)[N], const QString &text)
     std::memset(field, 0, N);
     std::memcpy(field, bytes.constData(), std::size_t(bytes.size()));
     return true;
-}
-
-// The last component of a stored profile path, with either separator, so
-// that a path in a record is always shown and written back as a bare name.
-QString fileNamePart(const QString &path)
-{
-    const int slash = std::max(path.lastIndexOf(QLatin1Char('/')), path.lastIndexOf(QLatin1Char('\\')));
-    return path.mid(slash + 1);
 }
 
 // A fraction (1.0 = 100 %) as a whole percent, truncated. The nudge keeps
@@ -236,6 +230,7 @@ PrinterDriverPropertyDlg::PrinterDriverPropertyDlg(const QString &driverId, QWid
     , driverId_(driverId)
     , handler_(PrinterDriverManager::instance()->getHandler())
     , wheelGuard_(new WheelGuard(this))
+    , iccProfiles_(std::make_unique<IccProfileCache>(UIModuleConfig::instance()->language()))
 {
     ui_->setupUi(this);
     Qt::WindowFlags flags = windowFlags();
@@ -243,6 +238,10 @@ PrinterDriverPropertyDlg::PrinterDriverPropertyDlg(const QString &driverId, QWid
     flags &= ~Qt::WindowMinimizeButtonHint;
     setWindowFlags(flags);
     setupFramelessTitleBar(ui_->titleBarLayout_);
+    iccRgb_ = new IccProfileRow(ui_->lineEdit_ICC_RGB_, IccProfileSlot::Rgb, iccProfiles_.get(), this);
+    iccCmyk_ = new IccProfileRow(ui_->lineEdit_ICC_CMYK_, IccProfileSlot::Cmyk, iccProfiles_.get(), this);
+    iccCurve_ =
+        new IccProfileRow(ui_->lineEdit_ICC_Curve_, IccProfileSlot::Equipment, iccProfiles_.get(), this);
 
     for (QPushButton *button : {ui_->btn_selectICC_CMYK_, ui_->btn_selectICC_RGB_, ui_->btn_selectICC_Curve_})
         button->setProperty("defaultStyle_small", true);
@@ -665,18 +664,10 @@ bool PrinterDriverPropertyDlg::readICC()
     BEX_DEBUG(lcDialog) << "iccFilePath_Curve:" << curve;
     BEX_DEBUG(lcDialog) << "ICCINTENTTYPE:" << info->iccIntentType;
 
-    const struct
-    {
-        QLineEdit *lineEdit;
-        const QString &path;
-    } files[] = {
-        {ui_->lineEdit_ICC_RGB_, rgb}, {ui_->lineEdit_ICC_CMYK_, cmyk}, {ui_->lineEdit_ICC_Curve_, curve}};
-    for (const auto &file : files) {
-        const QString name = fileNamePart(file.path);
-        file.lineEdit->setToolTip(file.path);
-        file.lineEdit->setText(name);
-        file.lineEdit->setProperty("filePath", name);
-    }
+    const PrinterDriverConfig &config = *PrinterDriverConfig::instance();
+    iccRgb_->showStored(rgb, config.iccRgbDir());
+    iccCmyk_->showStored(cmyk, config.iccCmykDir());
+    iccCurve_->showStored(curve, config.iccOutputDir());
 
     // Listed by how often they are chosen, not by their numbers.
     QComboBox *intent = ui_->comboBox_intent_;
@@ -1119,35 +1110,39 @@ bool PrinterDriverPropertyDlg::writeInkOrderInfo()
 
 void PrinterDriverPropertyDlg::on_selectICC_RGB()
 {
-    selectIccFile(tr("请选择icc (RGB)"), PrinterDriverConfig::instance()->iccRgbDir(),
-                  ui_->lineEdit_ICC_RGB_);
+    selectIccFile(tr("请选择icc (RGB)"), PrinterDriverConfig::instance()->iccRgbDir(), iccRgb_);
 }
 
 void PrinterDriverPropertyDlg::on_selectICC_CMYK()
 {
-    selectIccFile(tr("请选择icc (CMYK)"), PrinterDriverConfig::instance()->iccCmykDir(),
-                  ui_->lineEdit_ICC_CMYK_);
+    selectIccFile(tr("请选择icc (CMYK)"), PrinterDriverConfig::instance()->iccCmykDir(), iccCmyk_);
 }
 
 void PrinterDriverPropertyDlg::on_selectICC_Curve()
 {
-    selectIccFile(tr("请选择设备曲线"), PrinterDriverConfig::instance()->iccOutputDir(),
-                  ui_->lineEdit_ICC_Curve_);
+    selectIccFile(tr("请选择设备曲线"), PrinterDriverConfig::instance()->iccOutputDir(), iccCurve_);
 }
 
+// The chosen file is checked before anything is copied: a file that is not a
+// profile, or a profile that does not fit the row, is refused with one box
+// and the row keeps what it had.
 void PrinterDriverPropertyDlg::selectIccFile(const QString &caption, const QString &targetDir,
-                                             QLineEdit *lineEdit)
+                                             IccProfileRow *row)
 {
     const QString chosen = QFileDialog::getOpenFileName(
         this, caption, PrinterDriverConfig::instance()->iccOpenRootDir(), tr("icc (*.icc *.icm)"));
     if (chosen.isEmpty())
         return;
     PrinterDriverConfig::instance()->setIccOpenRootDir(QFileInfo(chosen).absolutePath());
-    const QString copied = copyIccFile(chosen, targetDir);
-    const QString name = QFileInfo(copied).fileName();
-    lineEdit->setText(name);
-    lineEdit->setProperty("filePath", name);
-    lineEdit->setToolTip(copied);
+    const IccProfileInfo profile = IccProfileInfo::fromFile(chosen, UIModuleConfig::instance()->language());
+    const QString refusal = profile.refusalFor(row->slot());
+    if (!refusal.isEmpty()) {
+        BEX_WARNING(lcDialog) << "icc profile refused:" << chosen << refusal;
+        CommonFramelessMessageBox::warning(
+            this, tr("温馨提示"), tr("\"%1\"：%2").arg(QFileInfo(chosen).fileName(), refusal), tr("确定"));
+        return;
+    }
+    row->showChosen(copyIccFile(chosen, targetDir), profile);
 }
 
 QString PrinterDriverPropertyDlg::copyIccFile(const QString &srcFilePath, QString dstDir)

@@ -10,6 +10,8 @@
 
 #include <memory>
 
+class IccProfileCache;
+class IccProfileRow;
 class IUIPrintParamsHandler;
 class QComboBox;
 class QDoubleSpinBox;
@@ -124,7 +126,7 @@ private:
     template <typename WriteSelection>
     void switchCombination(WriteSelection writeSelection);
 
-    void selectIccFile(const QString &caption, const QString &targetDir, QLineEdit *lineEdit);
+    void selectIccFile(const QString &caption, const QString &targetDir, IccProfileRow *row);
     QString copyIccFile(const QString &srcFilePath, QString dstDir);
 
     std::unique_ptr<Ui::PrinterDriverPropertyDlg> ui_;
@@ -142,4 +144,10 @@ private:
     // visits the properties in a fixed order.
     QMap<int, QComboBox *> commonProperties_;
     QHash<QString, ChannelRows> channelRows_;
+    // The stored profiles' checks, and the three profile rows of the ICC
+    // section.
+    std::unique_ptr<IccProfileCache> iccProfiles_;
+    IccProfileRow *iccRgb_ = nullptr;
+    IccProfileRow *iccCmyk_ = nullptr;
+    IccProfileRow *iccCurve_ = nullptr;
 };

@@ -138,6 +138,15 @@ inline void chooseFile(QFileDialog *dialog, const QString &path)
         static_cast<QDialog *>(dialog)->reject();
 }
 
+inline void recordFileDialog(const QFileDialog *dialog, FileDialogSeen *seen)
+{
+    if (!seen)
+        return;
+    seen->caption = dialog->windowTitle();
+    seen->directory = dialog->directory().absolutePath();
+    seen->filters = dialog->nameFilters();
+}
+
 inline std::unique_ptr<ModalAnswer> answerFileDialog(QWidget *owner, const QString &path,
                                                      FileDialogSeen *seen)
 {
@@ -145,11 +154,7 @@ inline std::unique_ptr<ModalAnswer> answerFileDialog(QWidget *owner, const QStri
         auto *dialog = qobject_cast<QFileDialog *>(modal);
         if (!dialog)
             return;
-        if (seen) {
-            seen->caption = dialog->windowTitle();
-            seen->directory = dialog->directory().absolutePath();
-            seen->filters = dialog->nameFilters();
-        }
+        recordFileDialog(dialog, seen);
         if (path.isEmpty()) {
             dialog->reject();
             return;
@@ -159,7 +164,9 @@ inline std::unique_ptr<ModalAnswer> answerFileDialog(QWidget *owner, const QStri
 }
 
 // Chooses `path` in the open-file dialog and then answers the message box
-// that the choice brings up with the button `buttonText`.
+// that the choice brings up with the button `buttonText`. Where no box is
+// expected, boxAnswered() tells whether one came all the same (it was
+// answered, so the test goes on and fails instead of waiting).
 class FileThenBox
 {
 public:
@@ -170,8 +177,7 @@ public:
             auto *dialog = qobject_cast<QFileDialog *>(modal);
             if (!dialog)
                 return;
-            if (fileSeen)
-                fileSeen->caption = dialog->windowTitle();
+            recordFileDialog(dialog, fileSeen);
             box_ = answerMessageBox(modal, buttonText, seen);
             chooseFile(dialog, path);
         });

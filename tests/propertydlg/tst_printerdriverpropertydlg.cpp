@@ -3,6 +3,7 @@
 // type changes and when OK is pressed; what it shows; the records it hands
 // back; and the operator's way through it with mouse and message boxes.
 #include "FakePrintParamsHandler.h"
+#include "IccTestProfiles.h"
 #include "LogCapture.h"
 #include "PropertyDlgTestSupport.h"
 #include "TestAppDir.h"
@@ -15,12 +16,17 @@
 #include "UI/SubWidget/ExtraOptionWidget.h"
 #include "UI/SubWidget/InkOrderWidget.h"
 
+#include <QAccessible>
+#include <QAction>
+#include <QBuffer>
 #include <QCheckBox>
 #include <QComboBox>
 #include <QDir>
+#include <QDirIterator>
 #include <QDoubleSpinBox>
 #include <QFile>
 #include <QGridLayout>
+#include <QImage>
 #include <QLabel>
 #include <QLineEdit>
 #include <QListView>
@@ -33,6 +39,7 @@
 #include <QSlider>
 #include <QSpinBox>
 #include <QTemporaryDir>
+#include <QToolButton>
 #include <QWheelEvent>
 #include <QtTest>
 
@@ -1352,24 +1359,34 @@ private slots:
         QTemporaryDir source;
         QVERIFY(source.isValid());
         const QString chosen = source.filePath(QStringLiteral("Vivid.icc"));
-        QVERIFY(writeFile(chosen, "profile"));
+        const QByteArray srgb =
+            IccTestProfiles::readAll(IccTestProfiles::ghostscript(QStringLiteral("srgb.icc")));
+        QVERIFY(writeFile(chosen, srgb));
         PrinterDriverConfig::instance()->setIccOpenRootDir(source.path());
         PrinterDriverPropertyDlg dialog(driverId, nullptr);
         dialog.show();
         FileDialogSeen seen;
-        auto answer = answerFileDialog(&dialog, chosen, &seen);
+        BoxSeen unexpected;
+        FileThenBox user(&dialog, chosen, QString(), &unexpected, &seen);
         QTest::mouseClick(child<QPushButton>(&dialog, QStringLiteral("btn_selectICC_RGB_")), Qt::LeftButton);
-        QVERIFY(answer->answered());
+        QVERIFY(user.fileChosen());
+        QVERIFY2(!user.boxAnswered(), qPrintable(unexpected.text));
         QCOMPARE(seen.caption, QStringLiteral("请选择icc (RGB)"));
         QCOMPARE(seen.directory, QDir(source.path()).absolutePath());
         QCOMPARE(seen.filters, QStringList{QStringLiteral("icc (*.icc *.icm)")});
         const QString target = PrinterDriverConfig::instance()->iccRgbDir() + QStringLiteral("Vivid.icc");
-        QCOMPARE(TestAppDir::readFile(QDir(TestAppDir::path()).relativeFilePath(target)),
-                 QByteArray("profile"));
+        QCOMPARE(TestAppDir::readFile(QDir(TestAppDir::path()).relativeFilePath(target)), srgb);
         auto *edit = child<QLineEdit>(&dialog, QStringLiteral("lineEdit_ICC_RGB_"));
         QCOMPARE(edit->text(), QStringLiteral("Vivid.icc"));
         QCOMPARE(edit->property("filePath").toString(), QStringLiteral("Vivid.icc"));
-        QCOMPARE(QDir::cleanPath(edit->toolTip()), QDir::cleanPath(target));
+        // The path first, then what the profile is.
+        const QStringList toolTip = edit->toolTip().split(QLatin1Char('\n'));
+        QCOMPARE(QDir::cleanPath(toolTip.value(0)), QDir::cleanPath(target));
+        QCOMPARE(toolTip.mid(1), (QStringList{QStringLiteral("描述：Artifex Software sRGB ICC Profile"),
+                                              QStringLiteral("类别：显示器（mntr）"),
+                                              QStringLiteral("色彩空间：RGB，连接空间：XYZ"),
+                                              QStringLiteral("ICC 版本：2.1")}));
+        QVERIFY(edit->actions().isEmpty());
         fake_->calls.clear();
         clickOk(&dialog);
         QVERIFY(fake_->calls.contains(QStringLiteral("SetIccSettingInfo(Vivid.icc,Coated.icc,UV-PP.icm,2)")));
@@ -1397,14 +1414,17 @@ private slots:
         const QString dir = PrinterDriverConfig::instance()->iccCmykDir();
         QVERIFY(QDir().mkpath(dir));
         const QString inPlace = dir + QStringLiteral("Coated.icc");
-        QVERIFY(writeFile(inPlace, "coated"));
+        QVERIFY(writeFile(inPlace, IccTestProfiles::readAll(
+                                       IccTestProfiles::ghostscript(QStringLiteral("default_cmyk.icc")))));
         PrinterDriverConfig::instance()->setIccOpenRootDir(dir);
         PrinterDriverPropertyDlg dialog(driverId, nullptr);
         dialog.show();
         LogCapture log;
-        auto answer = answerFileDialog(&dialog, inPlace, nullptr);
+        BoxSeen unexpected;
+        FileThenBox user(&dialog, inPlace, QString(), &unexpected, nullptr);
         QTest::mouseClick(child<QPushButton>(&dialog, QStringLiteral("btn_selectICC_CMYK_")), Qt::LeftButton);
-        QVERIFY(answer->answered());
+        QVERIFY(user.fileChosen());
+        QVERIFY2(!user.boxAnswered(), qPrintable(unexpected.text));
         QCOMPARE(QDir(dir).entryList(QDir::Files), QStringList{QStringLiteral("Coated.icc")});
         QCOMPARE(child<QLineEdit>(&dialog, QStringLiteral("lineEdit_ICC_CMYK_"))->text(),
                  QStringLiteral("Coated.icc"));
@@ -1416,19 +1436,19 @@ private slots:
     {
         QTest::addColumn<QString>("answer");
         QTest::addColumn<QString>("shown");
-        QTest::addColumn<QByteArray>("xIcc");
-        QTest::newRow("确定 overwrites")
-            << QStringLiteral("确定") << QStringLiteral("x.icc") << QByteArray("new");
-        QTest::newRow("取消 renames")
-            << QStringLiteral("取消") << QStringLiteral("x_3.icc") << QByteArray("old");
-        QTest::newRow("closed box renames") << QString() << QStringLiteral("x_3.icc") << QByteArray("old");
+        QTest::addColumn<bool>("overwritten");
+        QTest::newRow("确定 overwrites") << QStringLiteral("确定") << QStringLiteral("x.icc") << true;
+        QTest::newRow("取消 renames") << QStringLiteral("取消") << QStringLiteral("x_3.icc") << false;
+        QTest::newRow("closed box renames") << QString() << QStringLiteral("x_3.icc") << false;
     }
 
     void selectIcc_nameTaken()
     {
         QFETCH(QString, answer);
         QFETCH(QString, shown);
-        QFETCH(QByteArray, xIcc);
+        QFETCH(bool, overwritten);
+        const QByteArray chosenBytes =
+            IccTestProfiles::readAll(IccTestProfiles::ghostscript(QStringLiteral("a98.icc")));
         const QString dir = PrinterDriverConfig::instance()->iccRgbDir();
         QDir(dir).removeRecursively();
         QVERIFY(QDir().mkpath(dir));
@@ -1436,7 +1456,7 @@ private slots:
             QVERIFY(writeFile(dir + QLatin1String(name), "old"));
         QTemporaryDir source;
         const QString chosen = source.filePath(QStringLiteral("x.icc"));
-        QVERIFY(writeFile(chosen, "new"));
+        QVERIFY(writeFile(chosen, chosenBytes));
         PrinterDriverConfig::instance()->setIccOpenRootDir(source.path());
 
         PrinterDriverPropertyDlg dialog(driverId, nullptr);
@@ -1453,7 +1473,7 @@ private slots:
         QCOMPARE(child<QLineEdit>(&dialog, QStringLiteral("lineEdit_ICC_RGB_"))->text(), shown);
         QFile x(dir + QStringLiteral("x.icc"));
         QVERIFY(x.open(QIODevice::ReadOnly));
-        QCOMPARE(x.readAll(), xIcc);
+        QCOMPARE(x.readAll(), overwritten ? chosenBytes : QByteArray("old"));
         QCOMPARE(QFileInfo::exists(dir + QStringLiteral("x_3.icc")), shown == QStringLiteral("x_3.icc"));
         QDir(dir).removeRecursively();
     }
@@ -1467,7 +1487,8 @@ private slots:
         QVERIFY(writeFile(QDir::cleanPath(dir), QByteArray()));
         QTemporaryDir source;
         const QString chosen = source.filePath(QStringLiteral("curve.icm"));
-        QVERIFY(writeFile(chosen, "curve"));
+        QVERIFY(writeFile(
+            chosen, IccTestProfiles::readAll(IccTestProfiles::ghostscript(QStringLiteral("ps_cmyk.icc")))));
         PrinterDriverConfig::instance()->setIccOpenRootDir(source.path());
 
         PrinterDriverPropertyDlg dialog(driverId, nullptr);
@@ -1480,6 +1501,186 @@ private slots:
         QCOMPARE(seen.text, QStringLiteral("拷贝icc失败"));
         QCOMPARE(child<QLineEdit>(&dialog, QStringLiteral("lineEdit_ICC_Curve_"))->text(), QString());
         QFile::remove(QDir::cleanPath(dir));
+    }
+
+    // A file that is not a profile, or a profile that does not fit the row,
+    // is refused before anything is copied: one box, the row unchanged.
+    void selectIcc_unfitFile_refusedWithOneBoxAndNothingCopied_data()
+    {
+        QTest::addColumn<QString>("button");
+        QTest::addColumn<QString>("lineEdit");
+        QTest::addColumn<QString>("fileName");
+        QTest::addColumn<QByteArray>("bytes");
+        QTest::addColumn<QString>("text");
+        const auto profile = [](const char *name) {
+            return IccTestProfiles::readAll(IccTestProfiles::ghostscript(QString::fromLatin1(name)));
+        };
+        // A picture named like a profile. (The JPEG case is the check's own
+        // test: Qt's JPEG writer is a plugin whose loading, late in this
+        // long run, trips LeakSanitizer's scan of thread storage at exit.)
+        QByteArray png;
+        {
+            // Varied enough that the file is longer than a profile's header.
+            QImage image(64, 64, QImage::Format_RGB32);
+            for (int y = 0; y < image.height(); ++y) {
+                for (int x = 0; x < image.width(); ++x)
+                    image.setPixel(x, y, qRgb(x * 4, y * 4, (x * y) % 256));
+            }
+            QBuffer buffer(&png);
+            buffer.open(QIODevice::WriteOnly);
+            image.save(&buffer, "PNG");
+        }
+        QVERIFY(png.startsWith("\x89PNG"));
+        QVERIFY(png.size() > 132);
+        QTest::newRow("picture named .icc")
+            << QStringLiteral("btn_selectICC_RGB_") << QStringLiteral("lineEdit_ICC_RGB_")
+            << QStringLiteral("photo.icc") << png
+            << QStringLiteral(
+                   "\"photo.icc\"：这不是可用的 ICC 配置文件：文件头里没有 ICC 配置文件的标记 \"acsp\"");
+        QTest::newRow("Lab profile as RGB")
+            << QStringLiteral("btn_selectICC_RGB_") << QStringLiteral("lineEdit_ICC_RGB_")
+            << QStringLiteral("lab.icc") << profile("lab.icc")
+            << QStringLiteral("\"lab.icc\"：这是一个 Lab 色彩空间的配置文件，此处需要 RGB 配置文件");
+        QTest::newRow("RGB profile as CMYK")
+            << QStringLiteral("btn_selectICC_CMYK_") << QStringLiteral("lineEdit_ICC_CMYK_")
+            << QStringLiteral("srgb.icc") << profile("srgb.icc")
+            << QStringLiteral("\"srgb.icc\"：这是一个 RGB 色彩空间的配置文件，此处需要 CMYK 配置文件");
+        QTest::newRow("display profile as the equipment")
+            << QStringLiteral("btn_selectICC_Curve_") << QStringLiteral("lineEdit_ICC_Curve_")
+            << QStringLiteral("srgb.icm") << profile("srgb.icc")
+            << QStringLiteral("\"srgb.icm\"：这是一个显示器配置文件，此处需要输出设备配置文件或设备链接");
+        QTest::newRow("empty file as the equipment")
+            << QStringLiteral("btn_selectICC_Curve_") << QStringLiteral("lineEdit_ICC_Curve_")
+            << QStringLiteral("empty.icc") << QByteArray()
+            << QStringLiteral("\"empty.icc\"：这不是可用的 ICC 配置文件：文件是空的");
+    }
+
+    void selectIcc_unfitFile_refusedWithOneBoxAndNothingCopied()
+    {
+        QFETCH(QString, button);
+        QFETCH(QString, lineEdit);
+        QFETCH(QString, fileName);
+        QFETCH(QByteArray, bytes);
+        QFETCH(QString, text);
+        QTemporaryDir source;
+        const QString chosen = source.filePath(fileName);
+        QVERIFY(writeFile(chosen, bytes));
+        PrinterDriverConfig::instance()->setIccOpenRootDir(source.path());
+        const QString iccRoot = PrinterDriverConfig::instance()->dtpBinDir() + QStringLiteral("ICC Profile");
+        QDir(iccRoot).removeRecursively();
+
+        PrinterDriverPropertyDlg dialog(driverId, nullptr);
+        dialog.show();
+        auto *edit = child<QLineEdit>(&dialog, lineEdit);
+        const QString textBefore = edit->text();
+        const QString toolTipBefore = edit->toolTip();
+        LogCapture log;
+        BoxSeen seen;
+        FileThenBox user(&dialog, chosen, QStringLiteral("确定"), &seen, nullptr);
+        QTest::mouseClick(child<QPushButton>(&dialog, button), Qt::LeftButton);
+        QVERIFY(user.fileChosen());
+        QVERIFY(user.boxAnswered());
+        QCOMPARE(seen.title, QStringLiteral("温馨提示"));
+        QCOMPARE(seen.text, text);
+        QCOMPARE(seen.buttons, QStringList{QStringLiteral("确定")});
+        QCOMPARE(edit->text(), textBefore);
+        QCOMPARE(edit->property("filePath").toString(), textBefore);
+        QCOMPARE(edit->toolTip(), toolTipBefore);
+        // Nothing was copied anywhere under the ICC folders.
+        QDirIterator copied(iccRoot, QDir::Files, QDirIterator::Subdirectories);
+        QVERIFY2(!copied.hasNext(), qPrintable(copied.hasNext() ? copied.next() : QString()));
+        QVERIFY(messages(log, QtWarningMsg)
+                    .join(QLatin1Char('\n'))
+                    .contains(QStringLiteral("icc profile refused:")));
+        fake_->calls.clear();
+        clickOk(&dialog);
+        QVERIFY(fake_->calls.contains(QStringLiteral("SetIccSettingInfo(sRGB.icc,Coated.icc,UV-PP.icm,2)")));
+    }
+
+    void selectIcc_deviceLinkTakenAsTheEquipment()
+    {
+        QTemporaryDir source;
+        const QString chosen = source.filePath(QStringLiteral("rgb-to-cmyk.icc"));
+        QVERIFY(QFile::copy(IccTestProfiles::deviceLink(QStringLiteral("rgb-to-cmyk.icc")), chosen));
+        PrinterDriverConfig::instance()->setIccOpenRootDir(source.path());
+        PrinterDriverPropertyDlg dialog(driverId, nullptr);
+        dialog.show();
+        BoxSeen unexpected;
+        FileThenBox user(&dialog, chosen, QString(), &unexpected, nullptr);
+        QTest::mouseClick(child<QPushButton>(&dialog, QStringLiteral("btn_selectICC_Curve_")),
+                          Qt::LeftButton);
+        QVERIFY(user.fileChosen());
+        QVERIFY2(!user.boxAnswered(), qPrintable(unexpected.text));
+        auto *edit = child<QLineEdit>(&dialog, QStringLiteral("lineEdit_ICC_Curve_"));
+        QCOMPARE(edit->text(), QStringLiteral("rgb-to-cmyk.icc"));
+        QVERIFY(edit->toolTip().contains(
+            QStringLiteral("\n类别：设备链接（link）\n色彩空间：RGB，连接空间：CMYK\n")));
+        const QString target =
+            PrinterDriverConfig::instance()->iccOutputDir() + QStringLiteral("rgb-to-cmyk.icc");
+        QVERIFY(QFileInfo::exists(target));
+        QFile::remove(target);
+    }
+
+    // The profiles the driver names are looked for in their folders when
+    // the dialog opens and after every combined-type change: one that is
+    // missing or unusable marks its row, without a box.
+    void open_storedProfileMissingOrUnusable_rowMarked()
+    {
+        PrinterDriverConfig &config = *PrinterDriverConfig::instance();
+        QDir(config.dtpBinDir() + QStringLiteral("ICC Profile")).removeRecursively();
+        QVERIFY(TestAppDir::writeFile(
+            QDir(TestAppDir::path()).relativeFilePath(config.iccRgbDir() + QStringLiteral("sRGB.icc")),
+            IccTestProfiles::readAll(IccTestProfiles::ghostscript(QStringLiteral("srgb.icc")))));
+        // An RGB profile where the printer's profile should be.
+        QVERIFY(TestAppDir::writeFile(
+            QDir(TestAppDir::path()).relativeFilePath(config.iccOutputDir() + QStringLiteral("UV-PP.icm")),
+            IccTestProfiles::readAll(IccTestProfiles::ghostscript(QStringLiteral("a98.icc")))));
+        PrinterDriverPropertyDlg dialog(driverId, nullptr);
+        dialog.show();
+        auto *rgb = child<QLineEdit>(&dialog, QStringLiteral("lineEdit_ICC_RGB_"));
+        auto *cmyk = child<QLineEdit>(&dialog, QStringLiteral("lineEdit_ICC_CMYK_"));
+        auto *curve = child<QLineEdit>(&dialog, QStringLiteral("lineEdit_ICC_Curve_"));
+        QVERIFY(QApplication::activeModalWidget() == nullptr);
+
+        QVERIFY(rgb->actions().isEmpty());
+        QCOMPARE(rgb->toolTip(),
+                 QStringLiteral("sRGB.icc\n描述：Artifex Software sRGB ICC Profile\n类别：显示器（mntr）\n"
+                                "色彩空间：RGB，连接空间：XYZ\nICC 版本：2.1"));
+        QCOMPARE(cmyk->actions().size(), 1);
+        const QString missing = QDir::toNativeSeparators(config.iccCmykDir() + QStringLiteral("Coated.icc"));
+        QCOMPARE(cmyk->actions().first()->toolTip(),
+                 QStringLiteral("配置文件文件夹里没有这个文件：\n") + missing);
+        QCOMPARE(cmyk->actions().first()->text(), QStringLiteral("配置文件有问题"));
+        QVERIFY(!cmyk->actions().first()->icon().isNull());
+        // A screen reader names the mark by its text.
+        QToolButton *markButton = nullptr;
+        for (QToolButton *button : cmyk->findChildren<QToolButton *>()) {
+            if (button->defaultAction() == cmyk->actions().first())
+                markButton = button;
+        }
+        QVERIFY(markButton);
+        QAccessibleInterface *markAccessible = QAccessible::queryAccessibleInterface(markButton);
+        QVERIFY(markAccessible);
+        QCOMPARE(markAccessible->text(QAccessible::Name), QStringLiteral("配置文件有问题"));
+        QCOMPARE(cmyk->toolTip(), QStringLiteral("Coated.icc"));
+        QCOMPARE(cmyk->text(), QStringLiteral("Coated.icc"));
+        QCOMPARE(curve->actions().size(), 1);
+        QCOMPARE(curve->actions().first()->toolTip(),
+                 QStringLiteral("这是一个显示器配置文件，此处需要输出设备配置文件或设备链接"));
+        QCOMPARE(curve->accessibleDescription(), curve->actions().first()->toolTip());
+
+        // The RGB profile is deleted behind the dialog's back: the next
+        // combined type shows its row marked, the CMYK row still marked.
+        QVERIFY(QFile::remove(config.iccRgbDir() + QStringLiteral("sRGB.icc")));
+        auto *combined = child<QComboBox>(&dialog, QStringLiteral("comboBox_combinedType_"));
+        QVERIFY(combined->count() > 1);
+        combined->setCurrentIndex((combined->currentIndex() + 1) % combined->count());
+        QCOMPARE(rgb->actions().size(), 1);
+        QVERIFY(
+            rgb->actions().first()->toolTip().startsWith(QStringLiteral("配置文件文件夹里没有这个文件：\n")));
+        QCOMPARE(cmyk->actions().size(), 1);
+        QVERIFY(QApplication::activeModalWidget() == nullptr);
+        QDir(config.dtpBinDir() + QStringLiteral("ICC Profile")).removeRecursively();
     }
 
     void iccTargetDirectory_separators()

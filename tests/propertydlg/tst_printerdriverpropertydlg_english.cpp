@@ -1,6 +1,7 @@
 // The driver property dialog after the host has chosen English. The language
 // is process-wide, so these checks live in an executable of their own.
 #include "FakePrintParamsHandler.h"
+#include "IccTestProfiles.h"
 #include "PropertyDlgTestSupport.h"
 #include "TestAppDir.h"
 
@@ -10,6 +11,7 @@
 #include "UI/PrinterDriverManager.h"
 #include "UI/PrinterDriverPropertyDlg.h"
 
+#include <QAction>
 #include <QComboBox>
 #include <QGridLayout>
 #include <QLabel>
@@ -157,7 +159,8 @@ private slots:
         QVERIFY(writeFile(dir + QStringLiteral("x.icc"), "taken"));
         QTemporaryDir source;
         const QString chosen = source.filePath(QStringLiteral("x.icc"));
-        QVERIFY(writeFile(chosen, "chosen"));
+        QVERIFY(writeFile(
+            chosen, IccTestProfiles::readAll(IccTestProfiles::ghostscript(QStringLiteral("srgb.icc")))));
         PrinterDriverConfig::instance()->setIccOpenRootDir(source.path());
 
         PrinterDriverPropertyDlg dialog(QStringLiteral("D1"), nullptr);
@@ -173,6 +176,57 @@ private slots:
                      "\"x.icc\"existed, cover or not?\n(Select cancel, icc file rename as \"x_1.icc\")"));
         QCOMPARE(seen.buttons, (QStringList{QStringLiteral("Cancel"), QStringLiteral("Confirm")}));
         QDir(dir).removeRecursively();
+    }
+
+    void iccUnfitProfile_refusedInEnglish()
+    {
+        QTemporaryDir source;
+        const QString chosen = source.filePath(QStringLiteral("lab.icc"));
+        QVERIFY(QFile::copy(IccTestProfiles::ghostscript(QStringLiteral("lab.icc")), chosen));
+        PrinterDriverConfig::instance()->setIccOpenRootDir(source.path());
+        PrinterDriverPropertyDlg dialog(QStringLiteral("D1"), nullptr);
+        dialog.show();
+        BoxSeen seen;
+        FileThenBox user(&dialog, chosen, QStringLiteral("Confirm"), &seen, nullptr);
+        QTest::mouseClick(child<QPushButton>(&dialog, QStringLiteral("btn_selectICC_RGB_")), Qt::LeftButton);
+        QVERIFY(user.boxAnswered());
+        QCOMPARE(seen.title, QStringLiteral("Reminder"));
+        QCOMPARE(seen.text, QStringLiteral("\"lab.icc\": This is a profile of the Lab colour space; "
+                                           "a profile of the RGB colour space is needed here"));
+        QCOMPARE(seen.buttons, QStringList{QStringLiteral("Confirm")});
+    }
+
+    void iccToolTipAndMark_inEnglish()
+    {
+        PrinterDriverConfig &config = *PrinterDriverConfig::instance();
+        QDir(config.dtpBinDir() + QStringLiteral("ICC Profile")).removeRecursively();
+        QVERIFY(QDir().mkpath(config.iccRgbDir()));
+        QVERIFY(writeFile(
+            config.iccRgbDir() + QStringLiteral("a.icc"),
+            IccTestProfiles::readAll(IccTestProfiles::ghostscript(QStringLiteral("default_gray.icc")))));
+        QVERIFY(QDir().mkpath(config.iccOutputDir()));
+        QVERIFY(writeFile(
+            config.iccOutputDir() + QStringLiteral("c.icc"),
+            IccTestProfiles::readAll(IccTestProfiles::ghostscript(QStringLiteral("default_cmyk.icc")))));
+        PrinterDriverPropertyDlg dialog(QStringLiteral("D1"), nullptr);
+        auto *rgb = child<QLineEdit>(&dialog, QStringLiteral("lineEdit_ICC_RGB_"));
+        auto *cmyk = child<QLineEdit>(&dialog, QStringLiteral("lineEdit_ICC_CMYK_"));
+        auto *curve = child<QLineEdit>(&dialog, QStringLiteral("lineEdit_ICC_Curve_"));
+        QCOMPARE(curve->toolTip(),
+                 QStringLiteral("c.icc\nDescription: Artifex CMYK SWOP Profile\n"
+                                "Class: output device (prtr)\n"
+                                "Colour space: CMYK, connection space: Lab\nICC version: 2.1"));
+        QVERIFY(curve->actions().isEmpty());
+        QCOMPARE(rgb->actions().size(), 1);
+        QCOMPARE(rgb->actions().first()->text(), QStringLiteral("Problem with this profile"));
+        QCOMPARE(rgb->actions().first()->toolTip(),
+                 QStringLiteral("This is a profile of the Gray colour space; a profile of the RGB colour "
+                                "space is needed here"));
+        QCOMPARE(cmyk->actions().size(), 1);
+        QCOMPARE(cmyk->actions().first()->toolTip(),
+                 QStringLiteral("The profile folder has no such file:\n") +
+                     QDir::toNativeSeparators(config.iccCmykDir() + QStringLiteral("b.icc")));
+        QDir(config.dtpBinDir() + QStringLiteral("ICC Profile")).removeRecursively();
     }
 };
 

@@ -15,7 +15,9 @@
 
 #include <IUIPrintParamsHandler.h>
 
+#include <QAction>
 #include <QComboBox>
+#include <QDir>
 #include <QDoubleSpinBox>
 #include <QFile>
 #include <QGridLayout>
@@ -191,6 +193,62 @@ private slots:
         }
         restart();
         QCOMPARE(driverState(id), before);
+    }
+
+    // The samples' profiles lie in their folders and fit their rows: no
+    // row of any calibrated combination is marked.
+    void sampleProfiles_noRowMarkedInAnyCombination_data() { untouchedOk_leavesEveryRecordAsItWas_data(); }
+
+    void sampleProfiles_noRowMarkedInAnyCombination()
+    {
+        QFETCH(QString, sample);
+        PrinterDriverPropertyDlg dialog(ids_.value(sample), nullptr);
+        auto *combined = dialog.findChild<QComboBox *>(QStringLiteral("comboBox_combinedType_"));
+        QVERIFY(combined->count() > 0);
+        int named = 0;
+        for (int i = 0; i < combined->count(); ++i) {
+            combined->setCurrentIndex(i);
+            for (const char *name : {"lineEdit_ICC_RGB_", "lineEdit_ICC_CMYK_", "lineEdit_ICC_Curve_"}) {
+                auto *edit = dialog.findChild<QLineEdit *>(QLatin1String(name));
+                QVERIFY2(edit->actions().isEmpty(),
+                         qPrintable(combined->currentText() + QLatin1Char(' ') + QLatin1String(name) +
+                                    QStringLiteral(": ") + edit->accessibleDescription()));
+                if (!edit->text().isEmpty()) {
+                    ++named;
+                    QVERIFY2(edit->toolTip().contains(QStringLiteral("\n描述：")),
+                             qPrintable(edit->toolTip()));
+                }
+            }
+        }
+        QVERIFY(named > 0);
+    }
+
+    // A profile deleted from its folder behind the driver's back marks its
+    // row when the dialog opens; put back, the mark goes.
+    void storedProfileDeleted_rowMarked()
+    {
+        const QString id = ids_.value(QStringLiteral("BexUV2513_CMYKWV"));
+        QString profile;
+        {
+            PrinterDriverPropertyDlg dialog(id, nullptr);
+            profile = dialog.findChild<QLineEdit *>(QStringLiteral("lineEdit_ICC_Curve_"))->text();
+        }
+        QVERIFY(!profile.isEmpty());
+        const QString path = PrinterDriverConfig::instance()->iccOutputDir() + profile;
+        const QByteArray bytes = TestAppDir::readFile(QDir(TestAppDir::path()).relativeFilePath(path));
+        QVERIFY(!bytes.isEmpty());
+        QVERIFY(QFile::remove(path));
+        {
+            PrinterDriverPropertyDlg dialog(id, nullptr);
+            auto *curve = dialog.findChild<QLineEdit *>(QStringLiteral("lineEdit_ICC_Curve_"));
+            QCOMPARE(curve->text(), profile);
+            QCOMPARE(curve->actions().size(), 1);
+            QCOMPARE(curve->actions().first()->toolTip(),
+                     QStringLiteral("配置文件文件夹里没有这个文件：\n") + QDir::toNativeSeparators(path));
+        }
+        QVERIFY(TestAppDir::writeFile(QDir(TestAppDir::path()).relativeFilePath(path), bytes));
+        PrinterDriverPropertyDlg dialog(id, nullptr);
+        QVERIFY(dialog.findChild<QLineEdit *>(QStringLiteral("lineEdit_ICC_Curve_"))->actions().isEmpty());
     }
 
     void editEverySection_ok_survivesARestart()
