@@ -19,12 +19,14 @@
 #include "Config/PrinterDriverConfig.h"
 
 #include <QElapsedTimer>
+#include <QFile>
 #include <QPointer>
 #include <QProcess>
 #include <QPushButton>
 #include <QRegularExpression>
 #include <QScreen>
 #include <QStandardPaths>
+#include <QTemporaryDir>
 #include <QThread>
 #include <QTimer>
 #include <QtTest>
@@ -32,6 +34,7 @@
 #include <cstdio>
 #include <functional>
 #include <memory>
+#include <utility>
 
 namespace {
 
@@ -143,6 +146,67 @@ bool dragPointer(const QPoint &from, const QPoint &step, int steps)
     return released;
 }
 
+constexpr int resizeTravel = 30;
+constexpr int resizeSteps = 3;
+
+bool doubleClick()
+{
+    // Well within the double-click interval, and slow enough for the
+    // application to see two presses.
+    return xdotool({QStringLiteral("click"), QStringLiteral("--repeat"), QStringLiteral("2"),
+                    QStringLiteral("--delay"), QStringLiteral("80"), QStringLiteral("1")});
+}
+
+// How far each side of a window moved from `from` to `to`.
+QString describeTravel(const QRect &from, const QRect &to)
+{
+    return QStringLiteral("left %1, top %2, right %3, bottom %4")
+        .arg(to.left() - from.left())
+        .arg(to.top() - from.top())
+        .arg(to.right() - from.right())
+        .arg(to.bottom() - from.bottom());
+}
+
+QString edgeName(Qt::Edges edges)
+{
+    QStringList parts;
+    if (edges & Qt::TopEdge)
+        parts << QStringLiteral("top");
+    if (edges & Qt::BottomEdge)
+        parts << QStringLiteral("bottom");
+    if (edges & Qt::LeftEdge)
+        parts << QStringLiteral("left");
+    if (edges & Qt::RightEdge)
+        parts << QStringLiteral("right");
+    return parts.join(QLatin1Char('-'));
+}
+
+FramelessGeometry::HitRegion regionOf(Qt::Edges edges)
+{
+    using FramelessGeometry::HitRegion;
+    const bool top = edges & Qt::TopEdge;
+    const bool bottom = edges & Qt::BottomEdge;
+    if (edges & Qt::LeftEdge)
+        return top ? HitRegion::TopLeft : bottom ? HitRegion::BottomLeft : HitRegion::Left;
+    if (edges & Qt::RightEdge)
+        return top ? HitRegion::TopRight : bottom ? HitRegion::BottomRight : HitRegion::Right;
+    return top ? HitRegion::Top : bottom ? HitRegion::Bottom : HitRegion::Client;
+}
+
+// A point just inside the resize border at the given edges, in window
+// coordinates, halfway along an edge.
+QPoint borderPoint(CommonFramelessDialog *dialog, Qt::Edges edges)
+{
+    const int inset = dialog->framelessHelper()->borderWidth() / 2;
+    const int x = (edges & Qt::LeftEdge)    ? inset
+                  : (edges & Qt::RightEdge) ? dialog->width() - 1 - inset
+                                            : dialog->width() / 2;
+    const int y = (edges & Qt::TopEdge)      ? inset
+                  : (edges & Qt::BottomEdge) ? dialog->height() - 1 - inset
+                                             : dialog->height() / 2;
+    return QPoint(x, y);
+}
+
 // A point of the title bar that drags the window, in window coordinates:
 // the one nearest to the middle of the bar.
 QPoint captionPoint(CommonFramelessDialog *dialog)
@@ -220,12 +284,15 @@ private slots:
 private:
     void parentData();
     QWidget *parentWindow();
-    // Moves, resizes and finally closes the shown dialog through the window
-    // manager, checking after each step where the X server and Qt see it.
+    // Moves the shown dialog through the window manager, resizes it at each
+    // edge and corner, maximises and restores it with double clicks on the
+    // title bar (where it may be resized) and finally closes it, checking
+    // after each step where the X server and Qt see it.
     void exercise(QDialog *shown);
     void checkPlace(QDialog *dialog, const QString &when);
     void checkDrag(CommonFramelessDialog *dialog, const QPoint &step, int steps);
-    void checkEdgeResize(CommonFramelessDialog *dialog);
+    void checkEdgeResize(CommonFramelessDialog *dialog, Qt::Edges edges, int travel);
+    void checkMaximizeAndRestore(CommonFramelessDialog *dialog);
     void checkCloseAfterDrag(CommonFramelessDialog *dialog);
 
     std::unique_ptr<QWidget> parent_;
@@ -324,28 +391,105 @@ void FramelessWindowManagerTest::checkDrag(CommonFramelessDialog *dialog, const 
     checkPlace(dialog, QStringLiteral("after a drag"));
 }
 
-void FramelessWindowManagerTest::checkEdgeResize(CommonFramelessDialog *dialog)
+void FramelessWindowManagerTest::checkEdgeResize(CommonFramelessDialog *dialog, Qt::Edges edges, int travel)
 {
+    const QString name = edgeName(edges);
     const QRect before = xWindow(dialog->winId()).geometry;
-    const QPoint grab(dialog->width() - 2, dialog->height() / 2);
-    QCOMPARE(dialog->framelessHelper()->hitTest(grab), FramelessGeometry::HitRegion::Right);
-    // Wider, within the dialog's limits.
-    const int width = qMin(before.width() + 40, dialog->maximumWidth());
-    QVERIFY2(width > before.width(), "the dialog cannot grow");
-    QVERIFY(dragPointer(before.topLeft() + grab, QPoint(10, 0), 4));
+    const QPoint grab = borderPoint(dialog, edges);
+    QCOMPARE(dialog->framelessHelper()->hitTest(grab), regionOf(edges));
+    if (edges & Qt::TopEdge) {
+        // The title bar runs along the top: the press lands on it and still
+        // has to resize rather than move the window.
+        const QWidget *bar = dialog->framelessHelper()->titleBar();
+        QVERIFY(bar);
+        QVERIFY2(QRect(bar->mapTo(dialog, QPoint(0, 0)), bar->size()).contains(grab),
+                 qPrintable(QStringLiteral("the %1 press is not on the title bar").arg(name)));
+    }
 
-    const QRect expected(before.topLeft(), QSize(width, before.height()));
+    // The pointer travels `travel` pixels outwards from each dragged edge (or
+    // inwards where `travel` is negative); the other edges stay.
+    const QPoint outwards((edges & Qt::LeftEdge)    ? -1
+                          : (edges & Qt::RightEdge) ? 1
+                                                    : 0,
+                          (edges & Qt::TopEdge)      ? -1
+                          : (edges & Qt::BottomEdge) ? 1
+                                                     : 0);
+    const QPoint step = outwards * (travel / resizeSteps);
+    const QPoint moved = step * resizeSteps;
+    const QRect expected =
+        before.adjusted((edges & Qt::LeftEdge) ? moved.x() : 0, (edges & Qt::TopEdge) ? moved.y() : 0,
+                        (edges & Qt::RightEdge) ? moved.x() : 0, (edges & Qt::BottomEdge) ? moved.y() : 0);
+    QVERIFY2(
+        expected.width() >= dialog->minimumWidth() && expected.width() <= dialog->maximumWidth() &&
+            expected.height() >= dialog->minimumHeight() && expected.height() <= dialog->maximumHeight(),
+        qPrintable(QStringLiteral("%1: %2 is outside the dialog's limits").arg(name, describe(expected))));
+    QVERIFY(dragPointer(before.topLeft() + grab, step, resizeSteps));
+
+    // The comparison is exact. Qt gives these dialogs no resize increments
+    // (WM_NORMAL_HINTS carry a minimum size only), the travel keeps them
+    // within their limits, the device pixel ratio is 1 and openbox runs
+    // without edge resistance: nothing rounds or snaps the dragged sides, so
+    // they follow the pointer pixel for pixel, and the window manager has no
+    // reason to touch the others. An offset of even one pixel is a fault.
     XWindow x;
     const bool resized = waitFor([&]() {
         x = xWindow(dialog->winId());
         return x.geometry == expected;
     });
     if (!resized) {
-        QFAIL(qPrintable(QStringLiteral("dragging the right edge by 40 from %1 did not widen the dialog "
-                                        "by as much: it shows at %2, expected %3")
-                             .arg(describe(before), describe(x.geometry), describe(expected))));
+        QFAIL(qPrintable(
+            QStringLiteral("dragging the %1 edge by (%2, %3) from %4: it shows at %5, expected %6; "
+                           "its sides moved by %7")
+                .arg(name)
+                .arg(moved.x())
+                .arg(moved.y())
+                .arg(describe(before), describe(x.geometry), describe(expected),
+                     describeTravel(before, x.geometry))));
     }
-    checkPlace(dialog, QStringLiteral("after a resize"));
+    checkPlace(dialog, QStringLiteral("after a resize at the %1 edge").arg(name));
+}
+
+void FramelessWindowManagerTest::checkMaximizeAndRestore(CommonFramelessDialog *dialog)
+{
+    const QRect before = xWindow(dialog->winId()).geometry;
+    const QRect area = dialog->screen()->availableGeometry();
+    QVERIFY2(before != area, "the dialog already fills the screen");
+    QPoint grab = captionPoint(dialog);
+    QVERIFY2(grab.x() >= 0, "no free place on the title bar");
+    QVERIFY(pointerTo(before.topLeft() + grab));
+    QVERIFY(doubleClick());
+
+    XWindow x;
+    bool filled = waitFor([&]() {
+        x = xWindow(dialog->winId());
+        return dialog->isMaximized() && x.geometry == area;
+    });
+    if (!filled) {
+        QFAIL(
+            qPrintable(QStringLiteral("a double click on the title bar at %1 did not maximise the dialog: it "
+                                      "shows at %2, expected %3 (Qt calls it maximised: %4)")
+                           .arg(describe(before), describe(x.geometry), describe(area))
+                           .arg(dialog->isMaximized() ? QStringLiteral("yes") : QStringLiteral("no"))));
+    }
+    checkPlace(dialog, QStringLiteral("maximised"));
+    if (QTest::currentTestFailed())
+        return;
+
+    grab = captionPoint(dialog);
+    QVERIFY2(grab.x() >= 0, "no free place on the title bar of the maximised dialog");
+    QVERIFY(pointerTo(area.topLeft() + grab));
+    QVERIFY(doubleClick());
+    const bool restored = waitFor([&]() {
+        x = xWindow(dialog->winId());
+        return !dialog->isMaximized() && x.geometry == before;
+    });
+    if (!restored) {
+        QFAIL(qPrintable(QStringLiteral("a second double click did not restore the dialog: it shows at %1, "
+                                        "expected %2 (Qt calls it maximised: %3)")
+                             .arg(describe(x.geometry), describe(before))
+                             .arg(dialog->isMaximized() ? QStringLiteral("yes") : QStringLiteral("no"))));
+    }
+    checkPlace(dialog, QStringLiteral("restored"));
 }
 
 void FramelessWindowManagerTest::checkCloseAfterDrag(CommonFramelessDialog *dialog)
@@ -385,7 +529,25 @@ void FramelessWindowManagerTest::exercise(QDialog *shown)
 
     if (dialog->isResizable() &&
         !FramelessGeometry::isFixedSize(dialog->minimumSize(), dialog->maximumSize())) {
-        checkEdgeResize(dialog);
+        // Every edge and corner once, each dimension grown and then shrunk
+        // back in turn: the dialog never gets smaller than it opened (so no
+        // minimum size stops a drag) and ends with the size it started with.
+        const std::pair<Qt::Edges, int> resizes[] = {
+            {Qt::LeftEdge, resizeTravel},
+            {Qt::TopEdge, resizeTravel},
+            {Qt::RightEdge, -resizeTravel},
+            {Qt::BottomEdge, -resizeTravel},
+            {Qt::TopEdge | Qt::LeftEdge, resizeTravel},
+            {Qt::TopEdge | Qt::RightEdge, -resizeTravel},
+            {Qt::BottomEdge | Qt::LeftEdge, resizeTravel},
+            {Qt::BottomEdge | Qt::RightEdge, -resizeTravel},
+        };
+        for (const auto &resize : resizes) {
+            checkEdgeResize(dialog, resize.first, resize.second);
+            if (QTest::currentTestFailed())
+                return;
+        }
+        checkMaximizeAndRestore(dialog);
         if (QTest::currentTestFailed())
             return;
     }
@@ -447,6 +609,15 @@ void FramelessWindowManagerTest::messageBox_followsPointerUnderWindowManager()
 
 namespace {
 
+const char openboxConfig[] = R"(<?xml version="1.0" encoding="UTF-8"?>
+<openbox_config xmlns="http://openbox.org/3.4/rc">
+  <resistance>
+    <strength>0</strength>
+    <screen_edge_strength>0</screen_edge_strength>
+  </resistance>
+</openbox_config>
+)";
+
 // Ends a started process, gently first.
 void stop(QProcess &process)
 {
@@ -499,7 +670,22 @@ int runOnOwnDisplay(int argc, char *argv[])
     QProcess windowManager;
     windowManager.setProcessEnvironment(environment);
     windowManager.setProcessChannelMode(QProcess::ForwardedErrorChannel);
-    windowManager.start(QStringLiteral("openbox"), {QStringLiteral("--sm-disable")});
+    // openbox reads a configuration of the test's own, not the user's or the
+    // system's: with edge resistance off, a dragged window side follows the
+    // pointer instead of stopping at the edges of other windows and of the
+    // screen, so where a window ends up depends on nothing but the drag.
+    QTemporaryDir configDir;
+    const QString config = configDir.filePath(QStringLiteral("rc.xml"));
+    QFile configFile(config);
+    if (!configDir.isValid() || !configFile.open(QIODevice::WriteOnly) ||
+        configFile.write(openboxConfig) != qint64(sizeof(openboxConfig) - 1)) {
+        std::fprintf(stderr, "FAIL: cannot write the openbox configuration %s\n", qPrintable(config));
+        stop(server);
+        return 1;
+    }
+    configFile.close();
+    windowManager.start(QStringLiteral("openbox"),
+                        {QStringLiteral("--sm-disable"), QStringLiteral("--config-file"), config});
 
     // openbox announces itself on the root window once it manages windows.
     bool managing = false;

@@ -137,6 +137,13 @@ void QtFramelessHelper::followWindowSystemPosition()
     // no correction. Once the window is on screen, its place is read from
     // the server; where Qt got it wrong, the window asks for the place it has,
     // which the manager answers with the position Qt then takes on.
+    // A maximised or full-screen window is left alone: the manager places it
+    // and reports where, and while it does, Qt may learn of the new size and
+    // expose the window before it learns of the new place. A move then would
+    // cost the window its state, since QWidget drops the maximised and
+    // full-screen state on any move it is asked for.
+    if (window()->isMaximized() || window()->isFullScreen())
+        return;
     QPoint actual;
     if (!windowSystemPosition(&actual) || actual == window()->geometry().topLeft())
         return;
