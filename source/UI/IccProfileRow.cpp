@@ -9,6 +9,8 @@
 #include <QIcon>
 #include <QLineEdit>
 
+#include <algorithm>
+
 namespace {
 const QString kWarningIcon = QStringLiteral(":/frameless/img/messageBox/warning.png");
 }

@@ -5,8 +5,10 @@
 // it has been laid out and painted. The programs run under a display, e.g.
 //   xvfb-run -a build/tests-apps/<program>/<program> docs/screenshots/<name>.png
 
+#include "Config/PrinterDriverConfig.h"
 #include "Config/UIModuleConfig.h"
 #include "HostStyle.h"
+#include "UI/PrinterDriverManager.h"
 
 #include <QApplication>
 #include <QEventLoop>
@@ -54,6 +56,23 @@ inline bool save(QWidget *widget, const QString &path)
     const bool ok = widget->grab().save(path);
     std::fprintf(ok ? stdout : stderr, "%s %s\n", ok ? "saved" : "could not save", qPrintable(path));
     return ok;
+}
+
+// The id of the sample driver `sample` (a .prs file of the staged driver
+// folder), installed first where it is not yet; empty, with a line on
+// stderr, when it cannot be.
+inline QString sampleDriverId(const QString &sample)
+{
+    const QString prs = PrinterDriverConfig::instance()->driverDir() + sample + QStringLiteral(".prs");
+    PrinterDriverManager *manager = PrinterDriverManager::instance();
+    PrinterDriverManager::DriverInfoPtr info = manager->findDriverInfoByPrsPath(prs);
+    if (!info)
+        info = manager->installDriver(prs);
+    if (!info) {
+        std::fprintf(stderr, "cannot install %s\n", qPrintable(prs));
+        return QString();
+    }
+    return info->id;
 }
 
 // Shows the window, lets it be laid out and painted, and saves it.

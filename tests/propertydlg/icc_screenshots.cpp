@@ -136,21 +136,15 @@ int main(int argc, char *argv[])
     config->setShowOtherPropertyDetail(false);
     config->setShowExtraOptionDetail(false);
 
-    PrinterDriverManager *manager = PrinterDriverManager::instance();
-    const QString prs = config->driverDir() + kSample + QStringLiteral(".prs");
-    PrinterDriverManager::DriverInfoPtr info = manager->findDriverInfoByPrsPath(prs);
-    if (!info)
-        info = manager->installDriver(prs);
-    if (!info) {
-        std::fprintf(stderr, "cannot install %s\n", qPrintable(prs));
+    const QString driverId = ScreenshotSupport::sampleDriverId(kSample);
+    if (driverId.isEmpty())
         return 1;
-    }
 
     // The printer profile of the driver's stored combination, taken away
     // for the marked row and put back afterwards.
     QString profile;
     {
-        PrinterDriverPropertyDlg dialog(info->id, nullptr);
+        PrinterDriverPropertyDlg dialog(driverId, nullptr);
         profile = PropertyDlgTest::child<QLineEdit>(&dialog, QStringLiteral("lineEdit_ICC_Curve_"))->text();
     }
     const QString profilePath = config->iccOutputDir() + profile;
@@ -167,16 +161,16 @@ int main(int argc, char *argv[])
     bool ok = true;
     for (const ScreenshotSupport::Language &language : ScreenshotSupport::languages()) {
         ok =
-            shootRefusedPick(info->id, ScreenshotSupport::useLanguage(
+            shootRefusedPick(driverId, ScreenshotSupport::useLanguage(
                                            language, out.filePath(QStringLiteral("icc-refused-pick.png")))) &&
             ok;
         ok = QFile::remove(profilePath) && ok;
-        ok = shootRowWarning(info->id, ScreenshotSupport::useLanguage(
+        ok = shootRowWarning(driverId, ScreenshotSupport::useLanguage(
                                            language, out.filePath(QStringLiteral("icc-row-warning.png")))) &&
              ok;
         QFile restored(profilePath);
         ok = restored.open(QIODevice::WriteOnly) && restored.write(bytes) == bytes.size() && ok;
     }
-    manager->unload();
+    PrinterDriverManager::instance()->unload();
     return ok ? 0 : 1;
 }

@@ -74,18 +74,12 @@ int main(int argc, char *argv[])
     config->setShowOtherPropertyDetail(true);
     config->setShowExtraOptionDetail(true);
 
-    PrinterDriverManager *manager = PrinterDriverManager::instance();
     QStringList ids;
     for (const char *sample : samples) {
-        const QString prs = config->driverDir() + QLatin1String(sample) + QStringLiteral(".prs");
-        PrinterDriverManager::DriverInfoPtr info = manager->findDriverInfoByPrsPath(prs);
-        if (!info)
-            info = manager->installDriver(prs);
-        if (!info) {
-            std::fprintf(stderr, "cannot install %s\n", qPrintable(prs));
+        const QString id = ScreenshotSupport::sampleDriverId(QLatin1String(sample));
+        if (id.isEmpty())
             return 1;
-        }
-        ids << info->id;
+        ids << id;
     }
 
     const QDir out(args.at(1));
@@ -98,6 +92,6 @@ int main(int argc, char *argv[])
                 ok;
         }
     }
-    manager->unload();
+    PrinterDriverManager::instance()->unload();
     return ok ? 0 : 1;
 }
