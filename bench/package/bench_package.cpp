@@ -94,8 +94,9 @@ private slots:
 
         // The driver's profiles, made large.
         PrinterDriverPackageHelper helper(nullptr);
-        PrinterDriverPackageHelper::Package files;
-        QVERIFY(helper.readDriverInfo(driver->id, files));
+        const auto read = helper.readDriverInfo(driver->id);
+        QVERIFY(read);
+        const PrinterDriverPackageHelper::Package files = *read;
         QStringList profiles = files.rgbIccFilePaths + files.cmykIccFilePaths + files.outputIccFilePaths;
         profiles.removeDuplicates();
         QVERIFY(!profiles.isEmpty());

@@ -58,7 +58,7 @@ void IccProfileRow::showChosen(const QString &path, const IccProfileInfo &profil
 void IccProfileRow::show(const QString &name, const QString &toolTip)
 {
     lineEdit_->setText(name);
-    lineEdit_->setProperty("filePath", name);
+    filePath_ = name;
     lineEdit_->setToolTip(toolTip);
 }
 

@@ -14,8 +14,7 @@ class QLineEdit;
 // edit that shows the profile's file name, its tool tip (the path, then what
 // the profile is) and a warning mark, shown in the field, when the profile
 // that the driver names is missing from its folder or cannot be used in the
-// row. The field's "filePath" property keeps the name handed back to the
-// print-parameter handler.
+// row. filePath() is the name handed back to the print-parameter handler.
 class IccProfileRow : public QObject
 {
     Q_OBJECT
@@ -32,6 +31,10 @@ public:
     void showChosen(const QString &path, const IccProfileInfo &profile);
 
     IccProfileSlot slot() const { return slot_; }
+    QLineEdit *lineEdit() const { return lineEdit_; }
+    // The profile's name as the handler keeps it: the file name shown in
+    // the field; empty when there is none or the copy failed.
+    QString filePath() const { return filePath_; }
     // Why the row is marked; empty when it is not.
     QString warning() const { return warning_; }
     // The mark in the field (shown only while there is a warning).
@@ -49,4 +52,5 @@ private:
     IccProfileCache *profiles_;
     QAction *mark_;
     QString warning_;
+    QString filePath_;
 };

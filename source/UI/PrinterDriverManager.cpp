@@ -1,10 +1,11 @@
 #include "UI/PrinterDriverManager.h"
 
-#include "Common/HandlerRecords.h"
-#include "Common/HandlerText.h"
 #include "Common/Logging.h"
 #include "Common/PrsPath.h"
 #include "Config/PrinterDriverConfig.h"
+#include "Driver/HandlerRecords.h"
+#include "Driver/HandlerText.h"
+#include "Driver/InkNames.h"
 
 #include <IUIPrintParamsHandler.h>
 
@@ -17,12 +18,8 @@
 
 namespace {
 
-// Text handed to the print-parameter library: local 8-bit, through a
-// standard string so that it lives for the whole call.
-std::string toLocal(const QString &text)
-{
-    return text.toLocal8Bit().toStdString();
-}
+using bex::fieldText;
+using bex::toLocal;
 
 PrinterDriverManager::DriverInfoPtr makeDriverInfo(const printerInfoItem &item)
 {
@@ -32,15 +29,6 @@ PrinterDriverManager::DriverInfoPtr makeDriverInfo(const printerInfoItem &item)
     info->showName = fieldText(item.piiShowName);
     info->prsPath = fieldText(item.piiPrs);
     return info;
-}
-
-bool isProcessColour(const QString &name)
-{
-    static const QStringList processColours = {
-        QStringLiteral("C"),  QStringLiteral("Cyan"),   QStringLiteral("M"), QStringLiteral("Magenta"),
-        QStringLiteral("Y"),  QStringLiteral("Yellow"), QStringLiteral("K"), QStringLiteral("Black"),
-        QStringLiteral("LC"), QStringLiteral("LM")};
-    return processColours.contains(name, Qt::CaseInsensitive);
 }
 
 } // namespace
@@ -258,7 +246,7 @@ bool PrinterDriverManager::getDefaultSpotColorSampleNameList(QStringList &names)
         BEX_DEBUG(lcManager) << "printerChannelColorInfo is nullptr";
         return true;
     }
-    if (!bex::channelCountUsable(info->pcciChanneNum, info->channels)) {
+    if (!bex::recordUsable(*info)) {
         BEX_CRITICAL(lcManager) << "printerChannelColorInfo is damaged - pcciChanneNum:"
                                 << info->pcciChanneNum
                                 << "channels:" << static_cast<const void *>(info->channels);
@@ -268,7 +256,7 @@ bool PrinterDriverManager::getDefaultSpotColorSampleNameList(QStringList &names)
     for (int i = 0; i < info->pcciChanneNum; ++i) {
         const QString name = fieldText(info->channels[i].iciName);
         BEX_DEBUG(lcManager) << "strChannelName:" << name;
-        if (isProcessColour(name))
+        if (!bex::isSpotInk(name))
             continue;
         names.append(name);
         BEX_DEBUG(lcManager) << "专色通道名:" << name;

@@ -1,8 +1,8 @@
 #include "UI/PrinterDriverPackageHelper.h"
 
-#include "Common/HandlerText.h"
 #include "Common/Logging.h"
 #include "Config/PrinterDriverConfig.h"
+#include "Driver/DriverSession.h"
 #include "TempPrsFileName.h"
 #include "UI/PrinterDriverManager.h"
 
@@ -22,11 +22,9 @@
 #include <QTemporaryDir>
 #include <QVector>
 
-#include <array>
 #include <atomic>
 #include <cstdint>
 #include <cstdio>
-#include <list>
 #include <string>
 
 #ifdef Q_OS_WIN
@@ -42,11 +40,6 @@
 #endif
 
 namespace {
-
-// Every combination of resolution, paper and ink is selected once while the
-// profiles are collected. A driver whose counts multiply beyond this is not
-// a driver a printer can have, and walking it would freeze the host.
-constexpr qint64 kMaxEnumCombinations = 1 << 20;
 
 // The longest file name component most file systems hold, in bytes.
 constexpr int kMaxComponentBytes = 255;
@@ -698,115 +691,72 @@ QString PrinterDriverPackageHelper::storedNamesRefusalReason(const QString &pack
     return QString();
 }
 
-bool PrinterDriverPackageHelper::readDriverInfo(const QString &driverId, Package &package)
+namespace {
+
+// Adds the profiles that one combination names, as paths in their folders.
+void collectProfiles(const IccSettings &icc, const PrinterDriverConfig &config,
+                     PrinterDriverPackageHelper::Package &package)
+{
+    const struct
+    {
+        const QString &name;
+        QString folder;
+        QStringList &paths;
+        const char *logKey;
+    } slots_[] = {
+        {icc.rgb, config.iccRgbDir(), package.rgbIccFilePaths, "iccFilePath_RGB:"},
+        {icc.cmyk, config.iccCmykDir(), package.cmykIccFilePaths, "iccFilePath_CMYK:"},
+        {icc.output, config.iccOutputDir(), package.outputIccFilePaths, "iccFilePath_OUTPUT:"},
+    };
+    for (const auto &slot : slots_) {
+        if (slot.name.isEmpty())
+            continue;
+        slot.paths.append(slot.folder + slot.name);
+        BEX_DEBUG(lcManager) << slot.logKey << slot.paths.last();
+    }
+}
+
+} // namespace
+
+std::optional<PrinterDriverPackageHelper::Package>
+PrinterDriverPackageHelper::readDriverInfo(const QString &driverId)
 {
     IUIPrintParamsHandler *handler = PrinterDriverManager::instance()->getHandler();
     if (!handler) {
         BEX_CRITICAL(lcManager) << "handler is nullptr";
-        return false;
+        return std::nullopt;
     }
-    const std::string id = driverId.toLocal8Bit().toStdString();
-    if (!handler->SelectPrinterDriverPrs(id.c_str(), 0)) {
+    DriverSession session(handler, lcManager);
+    if (!session.select(driverId, DriverSession::languageFlag(false))) {
         BEX_CRITICAL(lcManager) << "SelectPrinterDriverPrs failed";
-        return false;
+        return std::nullopt;
     }
     const std::shared_ptr<PrinterDriverConfig> config = PrinterDriverConfig::instance();
-    const char *pdvName = handler->GetCurDriverPdvName();
-    const QString pdvFilePath = config->driverDir() + (pdvName ? QString::fromLocal8Bit(pdvName) : QString());
-    if (!pdvName || !QFileInfo(pdvFilePath).isFile()) {
+    const QString pdvName = session.pdvName();
+    const QString pdvFilePath = config->driverDir() + pdvName;
+    if (pdvName.isEmpty() || !QFileInfo(pdvFilePath).isFile()) {
         BEX_CRITICAL(lcManager) << "pdv is not existed -" << pdvFilePath;
-        return false;
+        return std::nullopt;
     }
     BEX_DEBUG(lcManager) << "pdvFilePath:" << pdvFilePath;
+    Package package;
     package.pdvFilePath = pdvFilePath;
 
-    // The keys and value counts of the selected resolution, paper and ink.
-    struct Level
-    {
-        QString key;
-        int count = 0;
-        std::uint32_t enumId = 0;
-        bool found = false;
-    };
-    std::array<Level, 3> levels;
-    const std::array<std::int32_t, 3> kinds = {kEnumKindResolution, kEnumKindPaper, kEnumKindInk};
-    for (std::size_t k = 0; k < kinds.size(); ++k) {
-        const printerEnumItem *item = handler->GetSelectEnumItem(kinds[k]);
-        if (!item) {
-            BEX_CRITICAL(lcManager) << "GetSelectEnumItem failed -" << kinds[k];
-            return false;
-        }
-        levels[k].key = fieldText(item->key);
-        levels[k].count = qMax(0, item->valueSize);
+    QString problem;
+    const DriverChoices choices = session.readChoices(&problem);
+    if (!problem.isEmpty()) {
+        BEX_CRITICAL(lcManager).noquote() << problem;
+        return std::nullopt;
     }
-    if (levels[0].key == levels[1].key || levels[0].key == levels[2].key || levels[1].key == levels[2].key) {
-        BEX_CRITICAL(lcManager) << "resolution, paper and ink do not have three keys";
-        return false;
+    const bool walked = session.forEachCombination(choices, [&](const Combination &) {
+        if (const std::optional<IccSettings> icc = session.iccSettings())
+            collectProfiles(*icc, *config, package);
+    });
+    if (!walked) {
+        BEX_CRITICAL(lcManager) << "SetEnumItem failed - the driver refused to select a combination";
+        return std::nullopt;
     }
-    std::list<printerEnumItem *> items;
-    handler->GetAllEnumItemList(items);
-    for (const printerEnumItem *item : items) {
-        if (!item)
-            continue;
-        const QString key = fieldText(item->key);
-        for (Level &level : levels) {
-            if (level.key == key && !level.found) {
-                level.enumId = item->enumId;
-                level.found = true;
-                BEX_DEBUG(lcManager) << "enumId:" << item->enumId << "is common property";
-            }
-        }
-    }
-    for (const Level &level : levels) {
-        if (!level.found) {
-            BEX_CRITICAL(lcManager) << "enum not listed -" << level.key;
-            return false;
-        }
-    }
-    const qint64 combinations = qint64(levels[0].count) * levels[1].count * levels[2].count;
-    if (combinations > kMaxEnumCombinations) {
-        BEX_CRITICAL(lcManager) << "too many enum combinations -" << combinations;
-        return false;
-    }
-
-    const auto select = [handler](const Level &level, int index) {
-        if (handler->SetEnumItem(level.enumId, index))
-            return true;
-        BEX_CRITICAL(lcManager) << "SetEnumItem failed -" << level.enumId << index;
-        return false;
-    };
-    const auto collect = [&config, &package](const printerIccColorInfo &info) {
-        const QString rgb = fieldText(info.iccFilePath_RGB);
-        const QString cmyk = fieldText(info.iccFilePath_CMYK);
-        const QString output = fieldText(info.iccFilePath_OUTPUT);
-        if (!rgb.isEmpty()) {
-            package.rgbIccFilePaths.append(config->iccRgbDir() + rgb);
-            BEX_DEBUG(lcManager) << "iccFilePath_RGB:" << package.rgbIccFilePaths.last();
-        }
-        if (!cmyk.isEmpty()) {
-            package.cmykIccFilePaths.append(config->iccCmykDir() + cmyk);
-            BEX_DEBUG(lcManager) << "iccFilePath_CMYK:" << package.cmykIccFilePaths.last();
-        }
-        if (!output.isEmpty()) {
-            package.outputIccFilePaths.append(config->iccOutputDir() + output);
-            BEX_DEBUG(lcManager) << "iccFilePath_OUTPUT:" << package.outputIccFilePaths.last();
-        }
-    };
-    for (int i = 0; i < levels[0].count; ++i) {
-        if (!select(levels[0], i))
-            return false;
-        for (int j = 0; j < levels[1].count; ++j) {
-            if (!select(levels[1], j))
-                return false;
-            for (int k = 0; k < levels[2].count; ++k) {
-                if (!select(levels[2], k))
-                    return false;
-                if (const printerIccColorInfo *info = handler->GetIccSettingInfo())
-                    collect(*info);
-            }
-        }
-    }
-    return true;
+    return package;
 }
 
 bool PrinterDriverPackageHelper::encode(const QString &packageFilePath, const QString &workDir,
@@ -878,13 +828,13 @@ bool PrinterDriverPackageHelper::exportPackage(const QString &packageFilePath, c
 {
     BEX_DEBUG(lcManager) << "packageFilePath:" << packageFilePath << "prsFilePath:" << prsFilePath
                          << "driverId:" << driverId;
-    Package package;
-    package.prsFilePath = prsFilePath;
-    if (!readDriverInfo(driverId, package))
+    std::optional<Package> package = readDriverInfo(driverId);
+    if (!package)
         return false;
+    package->prsFilePath = prsFilePath;
     const QString workDir =
         makeWorkFolder(PrinterDriverConfig::instance()->tempDir(), QStringLiteral("export/"));
-    if (!encode(packageFilePath, workDir, package))
+    if (!encode(packageFilePath, workDir, *package))
         return false;
     removeWorkFolder(workDir);
     return true;

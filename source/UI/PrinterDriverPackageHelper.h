@@ -4,6 +4,8 @@
 #include <QString>
 #include <QStringList>
 
+#include <optional>
+
 class QWidget;
 
 // Moves an installed driver, with every file it depends on, between machines
@@ -40,10 +42,12 @@ public:
     // that fails half-way still returns true, so callers check the list.
     bool importPackage(const QString &packageFilePath, QStringList &prsFilePaths);
 
-    // Fills the .pdv path and the ICC profiles that any combination of the
-    // driver's resolution, paper and ink names. Leaves the last combination
-    // selected in the library.
-    bool readDriverInfo(const QString &driverId, Package &package);
+    // The .pdv path and the ICC profiles that any combination of the
+    // driver's resolution, paper and ink names (prsFilePath stays empty);
+    // none when the driver cannot be selected, has no .pdv file or refuses
+    // a combination. The driver's own combination is selected again
+    // afterwards.
+    std::optional<Package> readDriverInfo(const QString &driverId);
     // Copies the package's files below workDir and runs the archiver on them;
     // the new package then takes the place of packageFilePath in one step.
     // False when a file cannot be copied or the package cannot be put in

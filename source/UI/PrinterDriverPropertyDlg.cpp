@@ -1,17 +1,17 @@
 #include "UI/PrinterDriverPropertyDlg.h"
 #include "ui_PrinterDriverPropertyDlg.h"
 
-#include "Common/HandlerRecords.h"
-#include "Common/HandlerText.h"
 #include "Common/Logging.h"
 #include "Config/PrinterDriverConfig.h"
 #include "Config/UIModuleConfig.h"
+#include "Driver/DriverSession.h"
+#include "Driver/InkNames.h"
 #include "FramelessWidget/Common/CommonFramelessMessageBox.h"
 #include "Icc/IccProfileCache.h"
 #include "UI/IccProfileFiles.h"
 #include "UI/IccProfileRow.h"
+#include "UI/InkChannelRows.h"
 #include "UI/PrinterDriverManager.h"
-#include "UI/SubWidget/DoubleSlider.h"
 #include "UI/SubWidget/ExtraOptionWidget.h"
 #include "UI/SubWidget/InkOrderWidget.h"
 #include "UI/TabOrder.h"
@@ -24,31 +24,23 @@
 #include <QCloseEvent>
 #include <QComboBox>
 #include <QDir>
-#include <QDoubleSpinBox>
 #include <QFile>
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QGridLayout>
 #include <QLabel>
-#include <QLineEdit>
 #include <QListView>
 #include <QPushButton>
 #include <QScreen>
 #include <QScrollArea>
 #include <QScrollBar>
 #include <QSignalBlocker>
-#include <QSlider>
 #include <QSpacerItem>
-#include <QSpinBox>
 #include <QStandardItem>
 #include <QStandardItemModel>
 #include <QStyle>
 
 #include <algorithm>
-#include <cmath>
-#include <cstring>
-#include <list>
-#include <string>
 
 namespace {
 
@@ -64,139 +56,12 @@ constexpr int MaxCommonListHeight = 320;
 // look may give buttons no padding of their own.
 constexpr int ButtonTextRoom = 6;
 
-// Text handed to the print-parameter library: local 8-bit, through a
-// standard string so that it lives for the whole call.
-std::string toLocal(const QString &text)
+// A session on the manager's handler; none while the manager holds no
+// handler.
+std::unique_ptr<DriverSession> makeSession()
 {
-    return text.toLocal8Bit().toStdString();
-}
-
-// Copies text into a fixed field of a handler record. Text that does not fit
-// with its terminating zero is refused rather than cut, since a cut file name
-// would name another file.
-template <std::size_t N>
-bool setFieldText(char (&field)[N], const QString &text)
-{
-    const QByteArray bytes = text.toLocal8Bit();
-    if (std::size_t(bytes.size()) >= N)
-        return false;
-    std::memset(field, 0, N);
-    std::memcpy(field, bytes.constData(), std::size_t(bytes.size()));
-    return true;
-}
-
-// A fraction (1.0 = 100 %) as a whole percent, truncated. The nudge keeps
-// binary fractions from falling below the percent they stand for
-// (0.29 x 100 is 28.999...96 in a double).
-int percentFromFraction(double fraction)
-{
-    if (!std::isfinite(fraction))
-        return 0;
-    const double scaled = fraction * 100.0;
-    const double nudge = scaled >= 0.0 ? 1e-7 : -1e-7;
-    return int(std::clamp(std::trunc(scaled + nudge), -1.0e9, 1.0e9));
-}
-
-// The four process colours as the ink section labels them; every other
-// channel is a spot channel.
-struct ProcessColour
-{
-    const char *label;
-    const char *word;
-};
-
-const ProcessColour *processColour(const QString &name)
-{
-    static const struct
-    {
-        const char *shortName;
-        const char *longName;
-        ProcessColour colour;
-    } table[] = {
-        {"C", "Cyan", {QT_TRANSLATE_NOOP("PrinterDriverPropertyDlg", "青色(C)"), "Cyan"}},
-        {"M", "Magenta", {QT_TRANSLATE_NOOP("PrinterDriverPropertyDlg", "品红(M)"), "Magenta"}},
-        {"Y", "Yellow", {QT_TRANSLATE_NOOP("PrinterDriverPropertyDlg", "黄色(Y)"), "Yellow"}},
-        {"K", "Black", {QT_TRANSLATE_NOOP("PrinterDriverPropertyDlg", "黑色(K)"), "Black"}},
-    };
-    for (const auto &entry : table) {
-        if (name.compare(QLatin1String(entry.shortName), Qt::CaseInsensitive) == 0 ||
-            name.compare(QLatin1String(entry.longName), Qt::CaseInsensitive) == 0)
-            return &entry.colour;
-    }
-    return nullptr;
-}
-
-// The colour of an ink's tab in the ink order panel.
-QColor inkColour(const QString &name)
-{
-    static const struct
-    {
-        const char *name;
-        QColor colour;
-    } table[] = {
-        {"C", Qt::cyan},
-        {"Cyan", Qt::cyan},
-        {"M", Qt::magenta},
-        {"Magenta", Qt::magenta},
-        {"Y", Qt::yellow},
-        {"Yellow", Qt::yellow},
-        {"K", Qt::black},
-        {"Black", Qt::black},
-        {"R", QColor(252, 16, 16)},
-        {"B", QColor(82, 50, 141)},
-        {"LC", QColor(224, 255, 255)},
-        {"LM", QColor(255, 224, 255)},
-    };
-    for (const auto &entry : table) {
-        if (name.compare(QLatin1String(entry.name), Qt::CaseInsensitive) == 0)
-            return entry.colour;
-    }
-    return Qt::white;
-}
-
-// No driver property offers more values than this; a record claiming more is
-// damaged, and reading it would run past its array.
-constexpr int maxEnumValueCount = 512;
-
-bool channelsUsable(const printerChannelColorInfo &info)
-{
-    if (bex::channelCountUsable(info.pcciChanneNum, info.channels))
-        return true;
-    BEX_CRITICAL(lcDialog) << "printerChannelColorInfo is damaged - pcciChanneNum:" << info.pcciChanneNum
-                           << "channels:" << static_cast<const void *>(info.channels);
-    return false;
-}
-
-bool inkOrderUsable(const printerInkOrderInfo &info)
-{
-    if (bex::channelCountUsable(info.pioiInkNum, info.pioiInkOrder) &&
-        bex::channelCountUsable(info.pioiInkNum, info.PioiInkOFFON))
-        return true;
-    BEX_CRITICAL(lcDialog) << "printerInkOrderInfo is damaged - pioiInkNum:" << info.pioiInkNum;
-    return false;
-}
-
-// The value texts of an enum item; none when the item lists none or claims
-// more than it can hold.
-QStringList enumValues(const printerEnumItem &item)
-{
-    QStringList values;
-    if (!item.values || item.valueSize <= 0)
-        return values;
-    if (item.valueSize > maxEnumValueCount) {
-        BEX_CRITICAL(lcDialog) << "printerEnumItem is damaged - key:" << fieldText(item.key)
-                               << "valueSize:" << item.valueSize;
-        return values;
-    }
-    values.reserve(item.valueSize);
-    for (int i = 0; i < item.valueSize; ++i)
-        values << fieldText(item.values[i]);
-    return values;
-}
-
-QString enumKey(const printerEnumItem *item)
-{
-    return item ? fieldText(item->key) : QString();
+    IUIPrintParamsHandler *handler = PrinterDriverManager::instance()->getHandler();
+    return handler ? std::make_unique<DriverSession>(handler, lcDialog) : nullptr;
 }
 
 // The combo box of a common property. Its popup is a plain list view (so
@@ -228,7 +93,7 @@ PrinterDriverPropertyDlg::PrinterDriverPropertyDlg(const QString &driverId, QWid
     : CommonFramelessDialog(parent)
     , ui_(std::make_unique<Ui::PrinterDriverPropertyDlg>())
     , driverId_(driverId)
-    , handler_(PrinterDriverManager::instance()->getHandler())
+    , session_(makeSession())
     , wheelGuard_(new WheelGuard(this))
     , iccProfiles_(std::make_unique<IccProfileCache>(UIModuleConfig::instance()->language()))
 {
@@ -242,6 +107,10 @@ PrinterDriverPropertyDlg::PrinterDriverPropertyDlg(const QString &driverId, QWid
     iccCmyk_ = new IccProfileRow(ui_->lineEdit_ICC_CMYK_, IccProfileSlot::Cmyk, iccProfiles_.get(), this);
     iccCurve_ =
         new IccProfileRow(ui_->lineEdit_ICC_Curve_, IccProfileSlot::Equipment, iccProfiles_.get(), this);
+    iccRgb_->setObjectName(QStringLiteral("iccProfileRow_RGB"));
+    iccCmyk_->setObjectName(QStringLiteral("iccProfileRow_CMYK"));
+    iccCurve_->setObjectName(QStringLiteral("iccProfileRow_Curve"));
+    channelRows_ = new InkChannelRows(ui_->gridLayout_inkConcentration_, ui_->gridLayout_inkLimit_, this);
 
     for (QPushButton *button : {ui_->btn_selectICC_CMYK_, ui_->btn_selectICC_RGB_, ui_->btn_selectICC_Curve_})
         button->setProperty("defaultStyle_small", true);
@@ -430,85 +299,56 @@ void PrinterDriverPropertyDlg::done(int result)
 
 bool PrinterDriverPropertyDlg::read()
 {
-    if (!handler_)
+    if (!session_)
         return false;
     if (driverId_.isEmpty()) {
         BEX_CRITICAL(lcDialog) << "driverId_ is empty";
         return false;
     }
-    const unsigned int languageFlag = UIModuleConfig::instance()->language() == QLocale::English ? 4 : 0;
-    if (!handler_->SelectPrinterDriverPrs(toLocal(driverId_).c_str(), languageFlag)) {
+    const bool english = UIModuleConfig::instance()->language() == QLocale::English;
+    if (!session_->select(driverId_, DriverSession::languageFlag(english))) {
         BEX_CRITICAL(lcDialog) << "SelectPrinterDriverPrs:" << driverId_ << "failed!";
         return false;
     }
-    BEX_DEBUG(lcDialog) << "curDriverName:" << QString::fromLocal8Bit(handler_->GetCurDriverName());
+    BEX_DEBUG(lcDialog) << "curDriverName:" << session_->driverName();
 
-    readEnumItems();
+    choices_ = session_->readChoices();
+    showCommonProperties(choices_.common);
     adjustCommonPropertyUI();
-    readICC();
-    readChannelColorInfo();
-    readInkOrderInfo();
+    showCombination(session_->readCombination());
     return true;
 }
 
-// The resolution, paper and ink selections, and one row per other enumerated
-// property of the driver.
-void PrinterDriverPropertyDlg::readEnumItems()
+// One row per other enumerated property of the driver: its key and a combo
+// box of its values.
+void PrinterDriverPropertyDlg::showCommonProperties(const QVector<EnumChoice> &properties)
 {
-    const QString dpiKey = enumKey(handler_->GetSelectEnumItem(kEnumKindResolution));
-    const QString paperKey = enumKey(handler_->GetSelectEnumItem(kEnumKindPaper));
-    const QString inkKey = enumKey(handler_->GetSelectEnumItem(kEnumKindInk));
-    BEX_DEBUG(lcDialog) << "dpiKey:" << dpiKey;
-    BEX_DEBUG(lcDialog) << "paperKey:" << paperKey;
-    BEX_DEBUG(lcDialog) << "inkKey:" << inkKey;
-
-    BEX_DEBUG(lcDialog) << "GetAllEnumItemList begin ***************";
-    std::list<printerEnumItem *> items;
-    handler_->GetAllEnumItemList(items);
-    BEX_DEBUG(lcDialog) << "size:" << items.size();
-
     auto *grid = new QGridLayout;
     grid->setContentsMargins(0, 0, 0, 0);
     int row = 0;
-    for (const printerEnumItem *item : items) {
-        if (!item)
-            continue;
-        const QString key = fieldText(item->key);
-        const int enumId = int(item->enumId);
-        BEX_DEBUG(lcDialog) << "-----------------------------------------";
-        BEX_DEBUG(lcDialog) << "key:" << key;
-        BEX_DEBUG(lcDialog) << "index:" << item->index;
-        BEX_DEBUG(lcDialog) << "enumId:" << enumId;
-        BEX_DEBUG(lcDialog) << "valuesize:" << item->valueSize;
-
-        EnumSelection *selection = key == dpiKey     ? &dpi_
-                                   : key == paperKey ? &paper_
-                                   : key == inkKey   ? &ink_
-                                                     : nullptr;
-        if (selection) {
-            *selection = EnumSelection{enumId, item->index, enumValues(*item)};
-            continue;
-        }
-
-        auto *label = new QLabel(key);
+    for (const EnumChoice &property : properties) {
+        auto *label = new QLabel(property.key);
         label->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
         auto *combo = new CommonPropertyComboBox;
+        combo->setObjectName(commonPropertyObjectName(property.enumId));
         combo->setFocusPolicy(Qt::StrongFocus);
         label->setBuddy(combo);
-        combo->setProperty("enumId", enumId);
-        const QStringList values = enumValues(*item);
-        for (int i = 0; i < values.size(); ++i)
-            combo->addItem(values.at(i), i);
-        if (!values.isEmpty())
-            combo->setCurrentIndex(item->index);
+        for (int i = 0; i < property.values.size(); ++i)
+            combo->addItem(property.values.at(i), i);
+        if (!property.values.isEmpty())
+            combo->setCurrentIndex(property.index);
         grid->addWidget(label, row, 0);
         grid->addWidget(combo, row, 1);
-        commonProperties_.insert(enumId, combo);
+        commonProperties_.insert(property.enumId, combo);
         ++row;
     }
-    BEX_DEBUG(lcDialog) << "GetAllEnumItemList end ***************";
     ui_->verLayout_Common_->addLayout(grid);
     ui_->verLayout_Common_->addStretch();
+}
+
+QString PrinterDriverPropertyDlg::commonPropertyObjectName(int enumId)
+{
+    return QStringLiteral("comboBox_common_%1").arg(enumId);
 }
 
 void PrinterDriverPropertyDlg::showEvent(QShowEvent *event)
@@ -585,89 +425,86 @@ void PrinterDriverPropertyDlg::adjustCommonPropertyUI()
     const struct
     {
         QComboBox *combo;
-        const EnumSelection &selection;
-    } combos[] = {{ui_->comboBox_dpi_, dpi_}, {ui_->comboBox_paper_, paper_}, {ui_->comboBox_ink_, ink_}};
+        const EnumChoice &choice;
+    } combos[] = {{ui_->comboBox_dpi_, choices_.dpi},
+                  {ui_->comboBox_paper_, choices_.paper},
+                  {ui_->comboBox_ink_, choices_.ink}};
     for (const auto &entry : combos) {
         const QSignalBlocker blocker(entry.combo);
         entry.combo->clear();
-        entry.combo->addItems(entry.selection.values);
-        entry.combo->setCurrentIndex(entry.selection.index);
+        entry.combo->addItems(entry.choice.values);
+        entry.combo->setCurrentIndex(entry.choice.index);
     }
 }
 
 // Lists the combinations of resolution, paper and ink that have colour
-// calibration (an ICC record), and leaves the handler on the one chosen.
+// calibration; the session leaves the handler on the one shown.
 void PrinterDriverPropertyDlg::fillCombinedTypes()
 {
     QComboBox *combo = ui_->comboBox_combinedType_;
     const QSignalBlocker blocker(combo);
     combo->clear();
+    const QVector<Combination> combinations = session_->calibratedCombinations(choices_);
+    if (combinations.isEmpty())
+        return;
 
     static const QString separator = QStringLiteral("    \t");
     QList<QStandardItem *> rows;
-    int selected = -1;
-    for (int i = 0; i < ink_.values.size(); ++i) {
-        handler_->SetEnumItem(std::uint32_t(ink_.enumId), i);
-        for (int j = 0; j < paper_.values.size(); ++j) {
-            handler_->SetEnumItem(std::uint32_t(paper_.enumId), j);
-            for (int k = 0; k < dpi_.values.size(); ++k) {
-                handler_->SetEnumItem(std::uint32_t(dpi_.enumId), k);
-                if (!handler_->GetIccSettingInfo())
-                    continue;
-                const QString label =
-                    dpi_.values.at(k) + separator + paper_.values.at(j) + separator + ink_.values.at(i);
-                auto *row = new QStandardItem(label);
-                row->setToolTip(label);
-                row->setData(k, DpiIndexRole);
-                row->setData(j, PaperIndexRole);
-                row->setData(i, InkIndexRole);
-                if (i == ink_.index && j == paper_.index && k == dpi_.index)
-                    selected = rows.size();
-                rows << row;
-            }
-        }
-    }
-    if (rows.isEmpty()) {
-        // The handler stays on the last combination visited until write()
-        // selects the stored one again.
-        BEX_DEBUG(lcDialog) << "该驱动所有组合都没有校色";
-        return;
+    const Combination stored = choices_.combination();
+    int selected = 0;
+    for (const Combination &combination : combinations) {
+        const QString label = choices_.dpi.values.at(combination.dpi) + separator +
+                              choices_.paper.values.at(combination.paper) + separator +
+                              choices_.ink.values.at(combination.ink);
+        auto *row = new QStandardItem(label);
+        row->setToolTip(label);
+        row->setData(combination.dpi, DpiIndexRole);
+        row->setData(combination.paper, PaperIndexRole);
+        row->setData(combination.ink, InkIndexRole);
+        if (combination == stored)
+            selected = rows.size();
+        rows << row;
     }
     if (auto *model = qobject_cast<QStandardItemModel *>(combo->model()))
         model->invisibleRootItem()->appendRows(rows);
-
-    const int current = std::max(selected, 0);
-    dpi_.index = combo->itemData(current, DpiIndexRole).toInt();
-    paper_.index = combo->itemData(current, PaperIndexRole).toInt();
-    ink_.index = combo->itemData(current, InkIndexRole).toInt();
-    handler_->SetEnumItem(std::uint32_t(dpi_.enumId), dpi_.index);
-    handler_->SetEnumItem(std::uint32_t(paper_.enumId), paper_.index);
-    handler_->SetEnumItem(std::uint32_t(ink_.enumId), ink_.index);
-    combo->setCurrentIndex(current);
-    combo->setToolTip(combo->itemText(current));
+    const Combination shown = combinations.at(selected);
+    choices_.dpi.index = shown.dpi;
+    choices_.paper.index = shown.paper;
+    choices_.ink.index = shown.ink;
+    combo->setCurrentIndex(selected);
+    combo->setToolTip(combo->itemText(selected));
 }
 
-bool PrinterDriverPropertyDlg::readICC()
+// The records of the combination the handler is on: the ICC section, the
+// ink rows and the ink order panel. A section without a record is hidden.
+void PrinterDriverPropertyDlg::showCombination(const CombinationSettings &settings)
 {
-    const printerIccColorInfo *info = handler_->GetIccSettingInfo();
-    ui_->widget_iccWrapper_->setVisible(info != nullptr);
-    if (!info) {
-        BEX_DEBUG(lcDialog) << "printerIccColorInfo is nullptr";
-        return true;
+    ui_->widget_iccWrapper_->setVisible(settings.icc.has_value());
+    if (settings.icc)
+        showIcc(*settings.icc);
+    ui_->widget_inkWrapper_->setVisible(settings.channels.has_value());
+    if (settings.channels)
+        channelRows_->show(*settings.channels);
+    QVector<InkOrderWidget::InkInfo> infos;
+    for (const InkSlot &slot : settings.inks.value_or(QVector<InkSlot>())) {
+        InkOrderWidget::InkInfo info;
+        info.inkId = slot.inkId;
+        info.order = slot.order;
+        info.isOn = slot.isOn;
+        info.inkName = slot.name;
+        info.color = bex::inkName(slot.name).colour;
+        infos << info;
     }
-    BEX_DEBUG(lcDialog) << "printerIccColorInfo is valid";
-    const QString rgb = fieldText(info->iccFilePath_RGB);
-    const QString cmyk = fieldText(info->iccFilePath_CMYK);
-    const QString curve = fieldText(info->iccFilePath_OUTPUT);
-    BEX_DEBUG(lcDialog) << "iccFilePath_RGB:" << rgb;
-    BEX_DEBUG(lcDialog) << "iccFilePath_CMYK:" << cmyk;
-    BEX_DEBUG(lcDialog) << "iccFilePath_Curve:" << curve;
-    BEX_DEBUG(lcDialog) << "ICCINTENTTYPE:" << info->iccIntentType;
+    // Whatever this combination offers replaces what another one showed.
+    ui_->inkOrderWidget_->setInkInfos(infos);
+}
 
+void PrinterDriverPropertyDlg::showIcc(const IccSettings &icc)
+{
     const PrinterDriverConfig &config = *PrinterDriverConfig::instance();
-    iccRgb_->showStored(rgb, config.iccRgbDir());
-    iccCmyk_->showStored(cmyk, config.iccCmykDir());
-    iccCurve_->showStored(curve, config.iccOutputDir());
+    iccRgb_->showStored(icc.rgb, config.iccRgbDir());
+    iccCmyk_->showStored(icc.cmyk, config.iccCmykDir());
+    iccCurve_->showStored(icc.output, config.iccOutputDir());
 
     // Listed by how often they are chosen, not by their numbers.
     QComboBox *intent = ui_->comboBox_intent_;
@@ -676,190 +513,48 @@ bool PrinterDriverPropertyDlg::readICC()
     intent->addItem(tr("相对色"), int(kIccIntentRelativeColorimetric));
     intent->addItem(tr("饱和度"), int(kIccIntentSaturation));
     intent->addItem(tr("绝对色"), int(kIccIntentAbsoluteColorimetric));
-    intent->setCurrentIndex(intent->findData(int(info->iccIntentType)));
-    return true;
+    intent->setCurrentIndex(intent->findData(icc.intent.value_or(-1)));
 }
 
-PrinterDriverPropertyDlg::ChannelRows &PrinterDriverPropertyDlg::channelRows(const QString &name,
-                                                                             const char *colourWord)
+// ---------------------------------------------------------------------------
+// Collecting
+
+CombinationSettings PrinterDriverPropertyDlg::collectCombination() const
 {
-    auto found = channelRows_.find(name);
-    if (found != channelRows_.end())
-        return *found;
-
-    const int row = channelRows_.size();
-    ChannelRows rows;
-
-    QGridLayout *densityGrid = ui_->gridLayout_inkConcentration_;
-    rows.densityLabel = new QLabel;
-    auto *densitySlider = new DoubleSlider(Qt::Horizontal);
-    densitySlider->setDecimals(2);
-    densitySlider->setRange(-3.0, 3.0);
-    densitySlider->setProperty(colourWord, true);
-    densitySlider->setFocusPolicy(Qt::StrongFocus);
-    rows.densitySlider = densitySlider;
-    rows.densitySpinBox = new QDoubleSpinBox;
-    rows.densitySpinBox->setRange(-3.0, 3.0);
-    rows.densitySpinBox->setDecimals(2);
-    rows.densitySpinBox->setSingleStep(0.01);
-    rows.densitySpinBox->setButtonSymbols(QAbstractSpinBox::NoButtons);
-    rows.densitySpinBox->setProperty("NoButtons", true);
-    rows.densitySpinBox->setFocusPolicy(Qt::StrongFocus);
-    QDoubleSpinBox *densitySpinBox = rows.densitySpinBox;
-    connect(densitySlider, qOverload<double>(&DoubleSlider::valueChanged), densitySpinBox,
-            &QDoubleSpinBox::setValue);
-    // The slider only holds whole hundredths: a typed value is not echoed
-    // back in its truncated form.
-    connect(densitySpinBox, qOverload<double>(&QDoubleSpinBox::valueChanged), densitySlider,
-            [densitySlider](double value) {
-                const QSignalBlocker blocker(densitySlider);
-                densitySlider->setValue(value);
-            });
-    densityGrid->addWidget(rows.densityLabel, row, 0);
-    densityGrid->addWidget(densitySlider, row, 1);
-    densityGrid->addWidget(densitySpinBox, row, 2);
-
-    QGridLayout *limitGrid = ui_->gridLayout_inkLimit_;
-    rows.maxInkLabel = new QLabel;
-    auto *maxInkSlider = new QSlider(Qt::Horizontal);
-    maxInkSlider->setRange(0, 100);
-    maxInkSlider->setProperty(colourWord, true);
-    rows.maxInkSlider = maxInkSlider;
-    rows.maxInkSpinBox = new QSpinBox;
-    rows.maxInkSpinBox->setRange(0, 100);
-    rows.maxInkSpinBox->setSingleStep(1);
-    rows.maxInkSpinBox->setButtonSymbols(QAbstractSpinBox::NoButtons);
-    rows.maxInkSpinBox->setProperty("NoButtons", true);
-    connect(maxInkSlider, &QSlider::valueChanged, rows.maxInkSpinBox, &QSpinBox::setValue);
-    connect(rows.maxInkSpinBox, qOverload<int>(&QSpinBox::valueChanged), maxInkSlider, &QSlider::setValue);
-    limitGrid->addWidget(rows.maxInkLabel, row, 0);
-    limitGrid->addWidget(maxInkSlider, row, 1);
-    limitGrid->addWidget(rows.maxInkSpinBox, row, 2);
-    rows.percentLabel = new QLabel(QStringLiteral("%"));
-    limitGrid->addWidget(rows.percentLabel, row, 3);
-
-    return *channelRows_.insert(name, rows);
+    CombinationSettings settings;
+    const QVariant intent = ui_->comboBox_intent_->currentData();
+    settings.icc = IccSettings{iccRgb_->filePath(), iccCmyk_->filePath(), iccCurve_->filePath(),
+                               intent.isValid() ? std::optional<int>(intent.toInt()) : std::nullopt};
+    settings.channels = channelRows_->settings();
+    QVector<InkSlot> inks;
+    for (const InkOrderWidget::InkInfo &info : ui_->inkOrderWidget_->inkInfos())
+        inks << InkSlot{info.inkId, info.order, info.isOn, info.inkName};
+    settings.inks = inks;
+    return settings;
 }
 
-void PrinterDriverPropertyDlg::ChannelRows::setVisible(bool visible) const
+DriverSettings PrinterDriverPropertyDlg::collect() const
 {
-    for (QWidget *widget :
-         {static_cast<QWidget *>(densityLabel), densitySlider, static_cast<QWidget *>(densitySpinBox),
-          static_cast<QWidget *>(maxInkLabel), maxInkSlider, static_cast<QWidget *>(maxInkSpinBox),
-          static_cast<QWidget *>(percentLabel)})
-        widget->setVisible(visible);
-}
-
-bool PrinterDriverPropertyDlg::readChannelColorInfo()
-{
-    const printerChannelColorInfo *info = handler_->GetChannelColorInfo();
-    ui_->widget_inkWrapper_->setVisible(info != nullptr);
-    if (!info) {
-        BEX_DEBUG(lcDialog) << "printerChannelColorInfo is nullptr";
-        return true;
-    }
-    if (!channelsUsable(*info))
-        return false;
-    BEX_DEBUG(lcDialog) << "printerChannelColorInfo is valid";
-    // Rows are kept per channel name across combinations; those of channels
-    // that this combination lacks are hidden, never left to be edited and
-    // then ignored.
-    for (const ChannelRows &rows : qAsConst(channelRows_))
-        rows.setVisible(false);
-    const int count = info->channels ? info->pcciChanneNum : 0;
-    for (int c = 0; c < count; ++c) {
-        const inkChannelInfo &channel = info->channels[c];
-        const QString name = fieldText(channel.iciName);
-        BEX_DEBUG(lcDialog) << "iciDepth:" << channel.iciDepth;
-        BEX_DEBUG(lcDialog) << "iciMaxInk:" << channel.iciMaxInk;
-        BEX_DEBUG(lcDialog) << "iciName:" << name;
-
-        QString label = name;
-        const char *colourWord = "White";
-        if (const ProcessColour *colour = processColour(name)) {
-            label = tr(colour->label);
-            colourWord = colour->word;
-        } else {
-            BEX_DEBUG(lcDialog) << "专色通道名:" << name;
-        }
-
-        const ChannelRows &rows = channelRows(name, colourWord);
-        rows.setVisible(true);
-        rows.densityLabel->setText(label);
-        rows.maxInkLabel->setText(label);
-        // Named by their channel for a screen reader, which does not see
-        // the row's label beside them.
-        const QString densityName = tr("%1 浓度").arg(label);
-        const QString maxInkName = tr("%1 最大墨量").arg(label);
-        rows.densitySlider->setAccessibleName(densityName);
-        rows.densitySpinBox->setAccessibleName(densityName);
-        rows.maxInkSlider->setAccessibleName(maxInkName);
-        rows.maxInkSpinBox->setAccessibleName(maxInkName);
-        // Light inks follow the density of their full-strength ink.
-        const bool densityEditable = !name.startsWith(QLatin1Char('L'), Qt::CaseInsensitive);
-        rows.densitySlider->setEnabled(densityEditable);
-        rows.densitySpinBox->setEnabled(densityEditable);
-        rows.densitySpinBox->setValue(channel.iciDepth);
-        rows.maxInkSpinBox->setValue(percentFromFraction(channel.iciMaxInk));
-    }
-    return true;
-}
-
-bool PrinterDriverPropertyDlg::readInkOrderInfo()
-{
-    // Whatever this combination offers replaces what another one showed.
-    ui_->inkOrderWidget_->setInkInfos({});
-    const printerChannelColorInfo *channels = handler_->GetChannelColorInfo();
-    const printerInkOrderInfo *inks = handler_->GetInkOrderInfo();
-    if (!channels) {
-        BEX_DEBUG(lcDialog) << "printerChannelColorInfo is nullptr";
-        return true;
-    }
-    if (!inks) {
-        BEX_DEBUG(lcDialog) << "printerInkOrderInfo is nullptr";
-        return true;
-    }
-    if (!channelsUsable(*channels) || !inkOrderUsable(*inks))
-        return false;
-    if (channels->pcciChanneNum != inks->pioiInkNum) {
-        BEX_DEBUG(lcDialog) << "pcciChanneNum:" << channels->pcciChanneNum
-                            << " - pioiInkNum:" << inks->pioiInkNum << " is not same";
-        return true;
-    }
-    const int count = channels->channels && inks->pioiInkOrder && inks->PioiInkOFFON ? inks->pioiInkNum : 0;
-    QVector<InkOrderWidget::InkInfo> infos;
-    infos.reserve(count);
-    for (int i = 0; i < count; ++i) {
-        InkOrderWidget::InkInfo info;
-        info.inkId = i;
-        info.order = inks->pioiInkOrder[i];
-        info.isOn = inks->PioiInkOFFON[i] == 0;
-        info.inkName = fieldText(channels->channels[i].iciName);
-        info.color = inkColour(info.inkName);
-        BEX_DEBUG(lcDialog) << "inkName:" << info.inkName;
-        BEX_DEBUG(lcDialog) << "pioiInkOrder:" << inks->pioiInkOrder[i];
-        BEX_DEBUG(lcDialog) << "PioiInkOFFON:" << inks->PioiInkOFFON[i];
-        infos << info;
-    }
-    ui_->inkOrderWidget_->setInkInfos(infos);
-    return true;
+    DriverSettings settings{choices_, collectCombination()};
+    // The other properties as their boxes stand, in the order of their ids.
+    settings.choices.common.clear();
+    for (auto it = commonProperties_.cbegin(); it != commonProperties_.cend(); ++it)
+        settings.choices.common << EnumChoice{it.key(), QString(), it.value()->currentIndex(), QStringList()};
+    return settings;
 }
 
 // ---------------------------------------------------------------------------
 // Switching combinations
 
-template <typename WriteSelection>
-void PrinterDriverPropertyDlg::switchCombination(WriteSelection writeSelection)
+// Stores the edits of the combination being left in the handler, selects
+// the new one through `select` and shows its values.
+void PrinterDriverPropertyDlg::switchCombination(const std::function<void()> &select)
 {
     if (!loaded_)
         return;
-    writeICC();
-    writeChannelColorInfo();
-    writeInkOrderInfo();
-    writeSelection();
-    readICC();
-    readChannelColorInfo();
-    readInkOrderInfo();
+    session_->writeCombination(collectCombination());
+    select();
+    showCombination(session_->readCombination());
     // A combination with channels not seen before made new rows.
     wheelGuard_->guardChildren(ui_->widget_inkDetail_);
     TabOrder::followLayout(this);
@@ -873,35 +568,35 @@ void PrinterDriverPropertyDlg::on_combinedTypeChanged(int index)
         return;
     }
     combo->setToolTip(combo->itemText(index));
-    dpi_.index = combo->itemData(index, DpiIndexRole).toInt();
-    paper_.index = combo->itemData(index, PaperIndexRole).toInt();
-    ink_.index = combo->itemData(index, InkIndexRole).toInt();
-    BEX_DEBUG(lcDialog) << "dpi enumId:" << dpi_.enumId << "index:" << dpi_.index;
-    BEX_DEBUG(lcDialog) << "paper enumId:" << paper_.enumId << "index:" << paper_.index;
-    BEX_DEBUG(lcDialog) << "ink enumId:" << ink_.enumId << "index:" << ink_.index;
+    choices_.dpi.index = combo->itemData(index, DpiIndexRole).toInt();
+    choices_.paper.index = combo->itemData(index, PaperIndexRole).toInt();
+    choices_.ink.index = combo->itemData(index, InkIndexRole).toInt();
+    BEX_DEBUG(lcDialog) << "dpi enumId:" << choices_.dpi.enumId << "index:" << choices_.dpi.index;
+    BEX_DEBUG(lcDialog) << "paper enumId:" << choices_.paper.enumId << "index:" << choices_.paper.index;
+    BEX_DEBUG(lcDialog) << "ink enumId:" << choices_.ink.enumId << "index:" << choices_.ink.index;
     switchCombination([this]() {
-        writePaper();
-        writeDPI();
-        writeInk();
+        session_->writeChoice(choices_.paper, "paper");
+        session_->writeChoice(choices_.dpi, "dpi");
+        session_->writeChoice(choices_.ink, "ink");
     });
 }
 
 void PrinterDriverPropertyDlg::on_dpiChanged(int index)
 {
-    dpi_.index = index;
-    switchCombination([this]() { writeDPI(); });
+    choices_.dpi.index = index;
+    switchCombination([this]() { session_->writeChoice(choices_.dpi, "dpi"); });
 }
 
 void PrinterDriverPropertyDlg::on_paperChanged(int index)
 {
-    paper_.index = index;
-    switchCombination([this]() { writePaper(); });
+    choices_.paper.index = index;
+    switchCombination([this]() { session_->writeChoice(choices_.paper, "paper"); });
 }
 
 void PrinterDriverPropertyDlg::on_inkChanged(int index)
 {
-    ink_.index = index;
-    switchCombination([this]() { writeInk(); });
+    choices_.ink.index = index;
+    switchCombination([this]() { session_->writeChoice(choices_.ink, "ink"); });
 }
 
 // ---------------------------------------------------------------------------
@@ -931,178 +626,7 @@ bool PrinterDriverPropertyDlg::write()
         BEX_CRITICAL(lcDialog) << "driver not loaded, nothing written";
         return false;
     }
-    static const struct
-    {
-        const char *name;
-        bool (PrinterDriverPropertyDlg::*run)();
-    } steps[] = {
-        {"writeDPI", &PrinterDriverPropertyDlg::writeDPI},
-        {"writePaper", &PrinterDriverPropertyDlg::writePaper},
-        {"writeInk", &PrinterDriverPropertyDlg::writeInk},
-        {"writeICC", &PrinterDriverPropertyDlg::writeICC},
-        {"writeChannelColorInfo", &PrinterDriverPropertyDlg::writeChannelColorInfo},
-        {"writeInkOrderInfo", &PrinterDriverPropertyDlg::writeInkOrderInfo},
-    };
-    for (const auto &step : steps) {
-        BEX_DEBUG(lcDialog).noquote() << QLatin1String(step.name) + QLatin1String(" begin");
-        if (!(this->*step.run)())
-            return false;
-        BEX_DEBUG(lcDialog).noquote() << QLatin1String(step.name) + QLatin1String(" end");
-    }
-    if (!writeCommonProperties())
-        return false;
-    handler_->CommitPrinterDriverPrs(0);
-    return true;
-}
-
-bool PrinterDriverPropertyDlg::setEnumItem(const EnumSelection &selection)
-{
-    return handler_->SetEnumItem(std::uint32_t(selection.enumId), selection.index);
-}
-
-bool PrinterDriverPropertyDlg::writeDPI()
-{
-    if (setEnumItem(dpi_))
-        return true;
-    BEX_CRITICAL(lcDialog) << "SetEnumItem failed [dpi]. enumId:" << dpi_.enumId << "index:" << dpi_.index;
-    return false;
-}
-
-bool PrinterDriverPropertyDlg::writePaper()
-{
-    if (setEnumItem(paper_))
-        return true;
-    BEX_CRITICAL(lcDialog) << "SetEnumItem failed [paper]. enumId:" << paper_.enumId
-                           << "index:" << paper_.index;
-    return false;
-}
-
-bool PrinterDriverPropertyDlg::writeInk()
-{
-    BEX_DEBUG(lcDialog) << "ink index:" << ink_.index;
-    if (setEnumItem(ink_))
-        return true;
-    BEX_CRITICAL(lcDialog) << "SetEnumItem failed [ink]. enumId:" << ink_.enumId << "index:" << ink_.index;
-    return false;
-}
-
-bool PrinterDriverPropertyDlg::writeCommonProperties()
-{
-    for (auto it = commonProperties_.cbegin(); it != commonProperties_.cend(); ++it) {
-        const int index = it.value()->currentIndex();
-        if (!handler_->SetEnumItem(std::uint32_t(it.key()), index)) {
-            BEX_CRITICAL(lcDialog) << "SetEnumItem failed. enumId:" << it.key() << "index:" << index;
-            return false;
-        }
-    }
-    return true;
-}
-
-bool PrinterDriverPropertyDlg::writeICC()
-{
-    printerIccColorInfo *info = handler_->GetIccSettingInfo();
-    if (!info) {
-        BEX_DEBUG(lcDialog) << "printerIccColorInfo is nullptr";
-        return true;
-    }
-    BEX_DEBUG(lcDialog) << "printerIccColorInfo is valid";
-    const QString rgb = ui_->lineEdit_ICC_RGB_->property("filePath").toString();
-    const QString cmyk = ui_->lineEdit_ICC_CMYK_->property("filePath").toString();
-    const QString curve = ui_->lineEdit_ICC_Curve_->property("filePath").toString();
-    // Checked before the record is touched, so that a refused name leaves
-    // the whole record as it was.
-    for (const QString &name : {rgb, cmyk, curve}) {
-        if (std::size_t(name.toLocal8Bit().size()) >= kIccPathSize) {
-            BEX_CRITICAL(lcDialog) << "icc file name too long:" << name;
-            return false;
-        }
-    }
-    setFieldText(info->iccFilePath_RGB, rgb);
-    setFieldText(info->iccFilePath_CMYK, cmyk);
-    setFieldText(info->iccFilePath_OUTPUT, curve);
-    const QVariant intent = ui_->comboBox_intent_->currentData();
-    if (intent.isValid())
-        info->iccIntentType = intent.toInt();
-    if (!handler_->SetIccSettingInfo(info)) {
-        BEX_CRITICAL(lcDialog) << "SetIccSettingInfo failed";
-        return false;
-    }
-    return true;
-}
-
-bool PrinterDriverPropertyDlg::writeChannelColorInfo()
-{
-    printerChannelColorInfo *info = handler_->GetChannelColorInfo();
-    if (!info) {
-        BEX_DEBUG(lcDialog) << "printerChannelColorInfo is nullptr";
-        return true;
-    }
-    // A damaged record is not handed back: the library would read it as far
-    // as it claims.
-    if (!channelsUsable(*info))
-        return false;
-    BEX_DEBUG(lcDialog) << "printerChannelColorInfo is valid";
-    BEX_DEBUG(lcDialog) << "pcciChanneNum:" << info->pcciChanneNum;
-    const int count = info->channels ? info->pcciChanneNum : 0;
-    for (int c = 0; c < count; ++c) {
-        inkChannelInfo &channel = info->channels[c];
-        const QString name = fieldText(channel.iciName);
-        BEX_DEBUG(lcDialog) << "strChannelName:" << name;
-        const auto rows = channelRows_.constFind(name);
-        if (rows == channelRows_.cend())
-            continue;
-        channel.iciDepth = rows->densitySpinBox->value();
-        // Whole percents back to the record's fraction: an untouched 29 %
-        // goes back as 0.29, so repeated confirmations never drift.
-        channel.iciMaxInk = rows->maxInkSpinBox->value() / 100.0;
-    }
-    BEX_DEBUG(lcDialog) << "SetChannelColorInfo begin";
-    if (!handler_->SetChannelColorInfo(info)) {
-        BEX_CRITICAL(lcDialog) << "SetChannelColorInfo failed";
-        return false;
-    }
-    BEX_DEBUG(lcDialog) << "SetChannelColorInfo end";
-    return true;
-}
-
-// Each entry of the ink order panel goes back to its own ink (its inkId),
-// whatever its place in the panel: the panel reorders its entries, the
-// record keeps one slot per ink.
-bool PrinterDriverPropertyDlg::writeInkOrderInfo()
-{
-    printerInkOrderInfo *info = handler_->GetInkOrderInfo();
-    if (!info) {
-        BEX_WARNING(lcDialog) << "printerInkOrderInfo is nullptr";
-        return true;
-    }
-    if (!inkOrderUsable(*info))
-        return false;
-    const QVector<InkOrderWidget::InkInfo> infos = ui_->inkOrderWidget_->inkInfos();
-    const int count = info->pioiInkNum;
-    bool matches = infos.size() == count && info->pioiInkOrder && info->PioiInkOFFON;
-    QVector<bool> seen(std::max(count, 0), false);
-    for (const InkOrderWidget::InkInfo &ink : infos) {
-        if (!matches)
-            break;
-        matches = ink.inkId >= 0 && ink.inkId < count && !seen.at(ink.inkId);
-        if (matches)
-            seen[ink.inkId] = true;
-    }
-    if (!matches) {
-        BEX_CRITICAL(lcDialog) << "check your code!";
-        return true;
-    }
-    for (const InkOrderWidget::InkInfo &ink : infos) {
-        info->pioiInkOrder[ink.inkId] = ink.order;
-        info->PioiInkOFFON[ink.inkId] = ink.isOn ? 0 : 1;
-        BEX_DEBUG(lcDialog) << "pioiInkOrder:" << ink.order;
-        BEX_DEBUG(lcDialog) << "PioiInkOFFON:" << info->PioiInkOFFON[ink.inkId];
-    }
-    if (!handler_->SetInkOrderInfo(info)) {
-        BEX_CRITICAL(lcDialog) << "SetInkOrderInfo failed";
-        return false;
-    }
-    return true;
+    return session_->write(collect());
 }
 
 // ---------------------------------------------------------------------------

@@ -1,23 +1,20 @@
 #pragma once
 
+#include "Driver/DriverSettings.h"
 #include "FramelessWidget/Common/CommonFramelessDialog.h"
 #include "IRipEngineDriverUI.h"
 
-#include <QHash>
 #include <QMap>
 #include <QString>
-#include <QStringList>
 
+#include <functional>
 #include <memory>
 
+class DriverSession;
 class IccProfileCache;
 class IccProfileRow;
-class IUIPrintParamsHandler;
+class InkChannelRows;
 class QComboBox;
-class QDoubleSpinBox;
-class QLabel;
-class QLineEdit;
-class QSpinBox;
 class WheelGuard;
 
 namespace Ui {
@@ -30,9 +27,10 @@ class PrinterDriverPropertyDlg;
 // the ink order, the driver's other enumerated properties and the job's extra
 // options.
 //
-// Every value lives in the print-parameter handler. Construction selects the
-// driver in the handler and reads it into the widgets; OK writes everything
-// back and commits the driver. Browsing combined types already stores the
+// Every value lives in the print-parameter handler, which the dialog reaches
+// through a DriverSession only. Construction selects the driver and shows
+// its settings; OK collects them from the widgets, writes them back and
+// commits the driver. Browsing combined types already stores the
 // edits of the combination being left in the handler's working state, so
 // that each combination keeps its own values; only OK commits them.
 //
@@ -53,6 +51,9 @@ public:
     // section was not touched).
     const RipExtraOption &extraOption() const;
 
+    // The object name of the combo box of the common property `enumId`.
+    static QString commonPropertyObjectName(int enumId);
+
 private slots:
     void on_advancedStateChanged(int state);
     void on_paperChanged(int index);
@@ -71,30 +72,6 @@ protected:
     void showEvent(QShowEvent *event) override;
 
 private:
-    // One enumerated property the dialog edits through its own combo boxes:
-    // the handler's id of the property, the chosen value and all values.
-    struct EnumSelection
-    {
-        int enumId = -1;
-        int index = -1;
-        QStringList values;
-    };
-
-    // The widgets of one ink channel, made once per channel name.
-    struct ChannelRows
-    {
-        QLabel *densityLabel = nullptr;
-        QWidget *densitySlider = nullptr;
-        QDoubleSpinBox *densitySpinBox = nullptr;
-        QLabel *maxInkLabel = nullptr;
-        QWidget *maxInkSlider = nullptr;
-        QSpinBox *maxInkSpinBox = nullptr;
-        QLabel *percentLabel = nullptr;
-
-        // Shows or hides every widget of the channel in both grids.
-        void setVisible(bool visible) const;
-    };
-
     void setupDetailSections();
     void setupKeyboardAndNames();
     void setupConnections();
@@ -103,47 +80,39 @@ private:
     void saveWindowRecord();
 
     bool read();
-    void readEnumItems();
+    void showCommonProperties(const QVector<EnumChoice> &properties);
     void adjustCommonPropertyUI();
     void fillCombinedTypes();
-    bool readICC();
-    bool readChannelColorInfo();
-    bool readInkOrderInfo();
-    ChannelRows &channelRows(const QString &name, const char *colourWord);
+    void showCombination(const CombinationSettings &settings);
+    void showIcc(const IccSettings &icc);
 
+    CombinationSettings collectCombination() const;
+    DriverSettings collect() const;
     bool write();
-    bool writeDPI();
-    bool writePaper();
-    bool writeInk();
-    bool writeICC();
-    bool writeChannelColorInfo();
-    bool writeInkOrderInfo();
-    bool writeCommonProperties();
-    bool setEnumItem(const EnumSelection &selection);
 
-    // Stores the edits of the combination being left, selects the new one in
-    // the handler through `writeSelection` and shows its values.
-    template <typename WriteSelection>
-    void switchCombination(WriteSelection writeSelection);
+    // Stores the edits of the combination being left in the handler,
+    // selects the new one through `select` and shows its values.
+    void switchCombination(const std::function<void()> &select);
 
     void selectIccFile(const QString &caption, const QString &targetDir, IccProfileRow *row);
     QString copyIccFile(const QString &srcFilePath, QString dstDir);
 
     std::unique_ptr<Ui::PrinterDriverPropertyDlg> ui_;
     QString driverId_;
-    IUIPrintParamsHandler *handler_ = nullptr;
+    // The talk with the print-parameter handler; none without a handler.
+    std::unique_ptr<DriverSession> session_;
     // Lets the mouse wheel scroll the page over controls without focus.
     WheelGuard *wheelGuard_ = nullptr;
     // True once read() has selected the driver: nothing is written before.
     bool loaded_ = false;
     bool advancedMode_ = false;
-    EnumSelection dpi_;
-    EnumSelection paper_;
-    EnumSelection ink_;
+    // Resolution, paper and ink as chosen in the dialog, and the other
+    // properties as read.
+    DriverChoices choices_;
     // enumId -> combo box of a common property; ordered, so that writing
     // visits the properties in a fixed order.
     QMap<int, QComboBox *> commonProperties_;
-    QHash<QString, ChannelRows> channelRows_;
+    InkChannelRows *channelRows_ = nullptr;
     // The stored profiles' checks, and the three profile rows of the ICC
     // section.
     std::unique_ptr<IccProfileCache> iccProfiles_;

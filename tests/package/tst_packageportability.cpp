@@ -121,8 +121,9 @@ private slots:
             helper.exportPackage(folder + QStringLiteral("/sample.bex_driver"), driver->prsPath, driver->id));
 
         // The same driver under a Chinese file name.
-        PrinterDriverPackageHelper::Package package;
-        QVERIFY(helper.readDriverInfo(driver->id, package));
+        const auto read = helper.readDriverInfo(driver->id);
+        QVERIFY(read);
+        PrinterDriverPackageHelper::Package package = *read;
         package.prsFilePath =
             TestAppDir::filePath(QStringLiteral("dtp/driver/") + kChineseName + QStringLiteral(".prs"));
         QVERIFY(QFile::copy(driver->prsPath, package.prsFilePath));

@@ -440,10 +440,10 @@ private slots:
         QVERIFY(driver);
         LogCapture log;
         PrinterDriverPackageHelper helper(nullptr);
-        PrinterDriverPackageHelper::Package package;
+        const auto read = helper.readDriverInfo(driver->id);
+        QVERIFY(read);
+        PrinterDriverPackageHelper::Package package = *read;
         package.prsFilePath = driver->prsPath;
-
-        QVERIFY(helper.readDriverInfo(driver->id, package));
 
         const QString srgb = PrinterDriverConfig::instance()->iccRgbDir() + QStringLiteral("Bex sRGB v4.icc");
         QVERIFY2(package.rgbIccFilePaths.count(srgb) > 1, qPrintable(package.rgbIccFilePaths.join('\n')));
@@ -467,9 +467,7 @@ private slots:
     void readDriverInfoOfAnUnknownDriverFails()
     {
         LogCapture log;
-        PrinterDriverPackageHelper::Package package;
-        QVERIFY(
-            !PrinterDriverPackageHelper(nullptr).readDriverInfo(QStringLiteral("no such driver"), package));
+        QVERIFY(!PrinterDriverPackageHelper(nullptr).readDriverInfo(QStringLiteral("no such driver")));
         QVERIFY(log.contains(QtCriticalMsg, QStringLiteral("SelectPrinterDriverPrs failed")));
     }
 
@@ -785,9 +783,10 @@ private slots:
         const auto driver = installSample(kSample);
         QVERIFY(driver);
         PrinterDriverPackageHelper helper(nullptr);
-        PrinterDriverPackageHelper::Package package;
+        const auto read = helper.readDriverInfo(driver->id);
+        QVERIFY(read);
+        PrinterDriverPackageHelper::Package package = *read;
         package.prsFilePath = driver->prsPath;
-        QVERIFY(helper.readDriverInfo(driver->id, package));
         const QString work = TestAppDir::filePath(QStringLiteral("cache/export/warned/"));
         const QString unreadable = work + QStringLiteral("BexUV2513_CMYKWV/bin/unreadable.dat");
         QVERIFY(placeUnreadableFile(unreadable));

@@ -4,14 +4,19 @@
 // object name and answering the modal windows it opens (message boxes and the
 // file dialog) the way a user does.
 
+#include "UI/IccProfileRow.h"
+#include "UI/PrinterDriverPropertyDlg.h"
+
 #include <QAbstractButton>
 #include <QApplication>
+#include <QComboBox>
 #include <QDialogButtonBox>
 #include <QElapsedTimer>
 #include <QFile>
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QLineEdit>
+#include <QMap>
 #include <QPlainTextEdit>
 #include <QPointer>
 #include <QPushButton>
@@ -28,6 +33,48 @@ template <typename T = QWidget>
 T *child(const QWidget *parent, const QString &name)
 {
     return parent->findChild<T *>(name);
+}
+
+// The profile row that shows its profile in `edit`.
+inline IccProfileRow *iccRow(const QWidget *dialog, const QLineEdit *edit)
+{
+    for (IccProfileRow *row : dialog->findChildren<IccProfileRow *>()) {
+        if (row->lineEdit() == edit)
+            return row;
+    }
+    return nullptr;
+}
+
+// The profile name that OK hands back to the handler for the row of `edit`.
+inline QString storedProfileName(const QWidget *dialog, const QLineEdit *edit)
+{
+    IccProfileRow *row = iccRow(dialog, edit);
+    return row ? row->filePath() : QStringLiteral("<no profile row>");
+}
+
+// The combo box of the common property `enumId`, by its object name.
+inline QComboBox *commonCombo(const QWidget *dialog, int enumId)
+{
+    return dialog->findChild<QComboBox *>(PrinterDriverPropertyDlg::commonPropertyObjectName(enumId));
+}
+
+// The combo boxes of the common properties, in the order of their ids.
+inline QList<QComboBox *> commonCombos(const QWidget *dialog)
+{
+    const QString prefix = PrinterDriverPropertyDlg::commonPropertyObjectName(0).chopped(1);
+    QMap<int, QComboBox *> byId;
+    for (QComboBox *combo : dialog->findChildren<QComboBox *>()) {
+        if (combo->objectName().startsWith(prefix))
+            byId.insert(combo->objectName().mid(prefix.size()).toInt(), combo);
+    }
+    return byId.values();
+}
+
+// The id of a common property's combo box.
+inline int commonComboId(const QComboBox *combo)
+{
+    const QString prefix = PrinterDriverPropertyDlg::commonPropertyObjectName(0).chopped(1);
+    return combo->objectName().mid(prefix.size()).toInt();
 }
 
 // Waits for a modal window other than `owner` to become active and hands it

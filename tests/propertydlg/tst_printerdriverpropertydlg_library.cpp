@@ -52,15 +52,6 @@ QSpinBox *maxInkBox(QWidget *dialog, int row)
     return rowSpinBox<QSpinBox>(dialog, "gridLayout_inkLimit_", row);
 }
 
-QComboBox *commonCombo(QWidget *dialog, int enumId)
-{
-    for (QComboBox *combo : dialog->findChildren<QComboBox *>()) {
-        if (combo->property("enumId").isValid() && combo->property("enumId").toInt() == enumId)
-            return combo;
-    }
-    return nullptr;
-}
-
 QTabBar *inkTabs(QWidget *dialog)
 {
     return child<InkOrderWidget>(dialog, QStringLiteral("inkOrderWidget_"))->findChild<QTabBar *>();
@@ -288,12 +279,12 @@ private slots:
             QVERIFY(answer->answered());
 
             QComboBox *passes = nullptr;
-            for (QComboBox *candidate : dialog.findChildren<QComboBox *>()) {
-                if (candidate->property("enumId").isValid() && candidate->count() == 5)
+            for (QComboBox *candidate : commonCombos(&dialog)) {
+                if (candidate->count() == 5)
                     passes = candidate;
             }
             QVERIFY(passes);
-            passesId = passes->property("enumId").toInt();
+            passesId = commonComboId(passes);
             passes->setCurrentIndex(4);
 
             channelName = dialog.findChild<QGridLayout *>(QStringLiteral("gridLayout_inkLimit_"))
