@@ -124,24 +124,53 @@ bool BexRipEngineDriverUI_RipServer::showDriverManagerDlg(QWidget *parent,
     return true;
 }
 
-bool BexRipEngineDriverUI_RipServer::showDriverPropertyDlg(QWidget *parent, const RipExtraOption &option,
-                                                           ICallback_DriverPropertyDlg *callback)
+namespace {
+
+// The default driver's id. Without one the operator may install or choose
+// one in the driver manager; when there is still none they are told so and
+// the id is empty.
+QString jobDriverId(QWidget *parent)
 {
     PrinterDriverManager *manager = PrinterDriverManager::instance();
     QString driverId = manager->defaultDriverId();
+    if (!driverId.isEmpty())
+        return driverId;
+    PrinterDriverManagerDlg dialog(parent);
+    dialog.exec();
+    driverId = manager->defaultDriverId();
     if (driverId.isEmpty()) {
-        // No default driver yet: let the operator install or choose one.
-        PrinterDriverManagerDlg dialog(parent);
-        dialog.exec();
-        driverId = manager->defaultDriverId();
-        if (driverId.isEmpty()) {
-            CommonFramelessMessageBox::warning(parent, QObject::tr("温馨提示"),
-                                               QObject::tr("请选择默认打印机"), QObject::tr("确定"), 0,
-                                               QString(), nullptr, Qt::AlignHCenter);
-            return false;
-        }
+        CommonFramelessMessageBox::warning(parent, QObject::tr("温馨提示"), QObject::tr("请选择默认打印机"),
+                                           QObject::tr("确定"), 0, QString(), nullptr, Qt::AlignHCenter);
     }
+    return driverId;
+}
 
+// The job keeps its own copy of the driver's description, so that later
+// edits of the driver do not change a job already prepared. The copy's
+// path, or an empty text when it could not be made.
+QString copyPrsForJob(const QString &prsPath)
+{
+    const QString tempPrsFilePath = makeTempPrsFilePath(PrinterDriverConfig::instance()->dtpBinDir());
+    if (!QFile::copy(prsPath, tempPrsFilePath)) {
+        BEX_CRITICAL(lcPlugin) << "copy file failed";
+        return QString();
+    }
+    // The copy keeps the permissions of the driver's file; a read-only one
+    // (FILE_ATTRIBUTE_READONLY on Windows) would make removePrsFile() fail.
+    QFile::setPermissions(tempPrsFilePath, QFile::permissions(tempPrsFilePath) | QFileDevice::WriteOwner |
+                                               QFileDevice::WriteUser);
+    return tempPrsFilePath;
+}
+
+} // namespace
+
+bool BexRipEngineDriverUI_RipServer::showDriverPropertyDlg(QWidget *parent, const RipExtraOption &option,
+                                                           ICallback_DriverPropertyDlg *callback)
+{
+    const QString driverId = jobDriverId(parent);
+    if (driverId.isEmpty())
+        return false;
+    PrinterDriverManager *manager = PrinterDriverManager::instance();
     const PrinterDriverManager::DriverInfoPtr driver = manager->findDriverInfo(driverId);
     if (driver.isNull()) {
         BEX_CRITICAL(lcPlugin) << "findDriverInfo failed! check your code";
@@ -168,18 +197,9 @@ bool BexRipEngineDriverUI_RipServer::showDriverPropertyDlg(QWidget *parent, cons
         BEX_CRITICAL(lcPlugin) << "getDefaultDriverDpi failed";
         return false;
     }
-
-    // The job keeps its own copy of the driver's description, so that later
-    // edits of the driver do not change a job already prepared.
-    const QString tempPrsFilePath = makeTempPrsFilePath(PrinterDriverConfig::instance()->dtpBinDir());
-    if (!QFile::copy(driver->prsPath, tempPrsFilePath)) {
-        BEX_CRITICAL(lcPlugin) << "copy file failed";
+    const QString tempPrsFilePath = copyPrsForJob(driver->prsPath);
+    if (tempPrsFilePath.isEmpty())
         return false;
-    }
-    // The copy keeps the permissions of the driver's file; a read-only one
-    // (FILE_ATTRIBUTE_READONLY on Windows) would make removePrsFile() fail.
-    QFile::setPermissions(tempPrsFilePath, QFile::permissions(tempPrsFilePath) | QFileDevice::WriteOwner |
-                                               QFileDevice::WriteUser);
 
     IUIPrintParamsHandler *handler = manager->getHandler();
     auto info = QSharedPointer<DriverInfo_RipServer>::create();

@@ -6,6 +6,7 @@
 #include <lcms2.h>
 
 #include <algorithm>
+#include <iterator>
 #include <memory>
 #include <type_traits>
 #include <vector>
@@ -147,21 +148,35 @@ QString descriptionOf(cmsHPROFILE profile, QLocale::Language language)
     return QString::fromWCharArray(text.data()).trimmed();
 }
 
-// The seven device classes a profile header may name.
+// The seven device classes a profile header may name, with their names in
+// the interface.
+struct DeviceClass
+{
+    std::uint32_t signature;
+    const char *name;
+};
+constexpr DeviceClass kDeviceClasses[] = {
+    {kClassInput, QT_TRANSLATE_NOOP("IccProfileInfo", "输入设备")},
+    {kClassDisplay, QT_TRANSLATE_NOOP("IccProfileInfo", "显示器")},
+    {kClassOutput, QT_TRANSLATE_NOOP("IccProfileInfo", "输出设备")},
+    {kClassLink, QT_TRANSLATE_NOOP("IccProfileInfo", "设备链接")},
+    {kClassAbstract, QT_TRANSLATE_NOOP("IccProfileInfo", "抽象")},
+    {kClassColorSpace, QT_TRANSLATE_NOOP("IccProfileInfo", "色彩空间转换")},
+    {kClassNamedColor, QT_TRANSLATE_NOOP("IccProfileInfo", "命名颜色")},
+};
+
+// The entry of kDeviceClasses for a header's class; null for another value.
+const DeviceClass *findDeviceClass(std::uint32_t signature)
+{
+    const auto found =
+        std::find_if(std::begin(kDeviceClasses), std::end(kDeviceClasses),
+                     [signature](const DeviceClass &known) { return known.signature == signature; });
+    return found == std::end(kDeviceClasses) ? nullptr : found;
+}
+
 bool isKnownClass(std::uint32_t deviceClass)
 {
-    switch (deviceClass) {
-    case kClassInput:
-    case kClassDisplay:
-    case kClassOutput:
-    case kClassLink:
-    case kClassAbstract:
-    case kClassColorSpace:
-    case kClassNamedColor:
-        return true;
-    default:
-        return false;
-    }
+    return findDeviceClass(deviceClass) != nullptr;
 }
 
 // A colour space that Little CMS can convert: the ICC's, and its own
@@ -224,67 +239,62 @@ IccProfileInfo IccProfileInfo::fromData(const QByteArray &data, QLocale::Languag
     return info;
 }
 
-void IccProfileInfo::readHeader(const QByteArray &data)
+QString IccProfileInfo::layoutError(const QByteArray &data)
 {
-    if (data.isEmpty()) {
-        error_ = tr("文件是空的");
-        return;
-    }
-    if (data.size() < kTagTableOffset) {
-        error_ = tr("文件只有 %1 字节，放不下 ICC 文件头").arg(data.size());
-        return;
-    }
-    if (bigEndian32(data, kFileSignatureOffset) != kProfileFileSignature) {
-        error_ = tr("文件头里没有 ICC 配置文件的标记 \"acsp\"");
-        return;
-    }
+    if (data.isEmpty())
+        return tr("文件是空的");
+    if (data.size() < kTagTableOffset)
+        return tr("文件只有 %1 字节，放不下 ICC 文件头").arg(data.size());
+    if (bigEndian32(data, kFileSignatureOffset) != kProfileFileSignature)
+        return tr("文件头里没有 ICC 配置文件的标记 \"acsp\"");
     const quint64 declared = bigEndian32(data, kSizeOffset);
-    if (declared > quint64(data.size())) {
-        error_ = tr("文件不完整：文件头写明 %1 字节，文件只有 %2 字节").arg(declared).arg(data.size());
-        return;
-    }
-    if (declared < quint64(kTagTableOffset)) {
-        error_ = tr("文件头写明的大小（%1 字节）放不下文件头").arg(declared);
-        return;
-    }
+    if (declared > quint64(data.size()))
+        return tr("文件不完整：文件头写明 %1 字节，文件只有 %2 字节").arg(declared).arg(data.size());
+    if (declared < quint64(kTagTableOffset))
+        return tr("文件头写明的大小（%1 字节）放不下文件头").arg(declared);
     const quint64 tagCount = bigEndian32(data, IccProfileInfo::kHeaderSize);
-    if (kTagTableOffset + tagCount * kTagEntrySize > declared) {
-        error_ = tr("标签表（%1 个标签）超出了配置文件的末尾").arg(tagCount);
-        return;
-    }
+    if (kTagTableOffset + tagCount * kTagEntrySize > declared)
+        return tr("标签表（%1 个标签）超出了配置文件的末尾").arg(tagCount);
     for (quint64 i = 0; i < tagCount; ++i) {
         const int entry = int(kTagTableOffset + i * kTagEntrySize);
         const quint64 offset = bigEndian32(data, entry + 4);
         const quint64 size = bigEndian32(data, entry + 8);
-        if (offset < quint64(kTagTableOffset) || offset + size > declared) {
-            error_ = tr("标签 \"%1\" 指向配置文件之外").arg(signatureText(bigEndian32(data, entry)));
-            return;
-        }
+        if (offset < quint64(kTagTableOffset) || offset + size > declared)
+            return tr("标签 \"%1\" 指向配置文件之外").arg(signatureText(bigEndian32(data, entry)));
     }
+    return QString();
+}
+
+QString IccProfileInfo::signaturesError(const QByteArray &data)
+{
     // Little CMS opens a profile whatever its header names, so a header of
     // zeros or noise would pass as a profile of an unnamed class and space.
     // A device link's connection space is the colour space it converts to;
     // every other class connects through XYZ or Lab.
     const std::uint32_t deviceClass = bigEndian32(data, kClassOffset);
-    if (!isKnownClass(deviceClass)) {
-        error_ = tr("文件头写明的类别 \"%1\" 不是 ICC 配置文件的类别").arg(signatureText(deviceClass));
-        return;
-    }
+    if (!isKnownClass(deviceClass))
+        return tr("文件头写明的类别 \"%1\" 不是 ICC 配置文件的类别").arg(signatureText(deviceClass));
     const std::uint32_t space = bigEndian32(data, kSpaceOffset);
-    if (!isKnownSpace(space)) {
-        error_ = tr("文件头写明的色彩空间 \"%1\" 无法识别").arg(signatureText(space));
-        return;
-    }
+    if (!isKnownSpace(space))
+        return tr("文件头写明的色彩空间 \"%1\" 无法识别").arg(signatureText(space));
     const std::uint32_t connectionSpace = bigEndian32(data, kConnectionSpaceOffset);
     if (deviceClass == kClassLink ? !isKnownSpace(connectionSpace)
-                                  : connectionSpace != kSpaceXyz && connectionSpace != kSpaceLab) {
-        error_ = tr("文件头写明的连接空间 \"%1\" 不适用于这类配置文件").arg(signatureText(connectionSpace));
+                                  : connectionSpace != kSpaceXyz && connectionSpace != kSpaceLab)
+        return tr("文件头写明的连接空间 \"%1\" 不适用于这类配置文件").arg(signatureText(connectionSpace));
+    return QString();
+}
+
+void IccProfileInfo::readHeader(const QByteArray &data)
+{
+    error_ = layoutError(data);
+    if (error_.isEmpty())
+        error_ = signaturesError(data);
+    if (!error_.isEmpty())
         return;
-    }
     version_ = bigEndian32(data, kVersionOffset);
-    deviceClass_ = deviceClass;
-    colorSpace_ = space;
-    connectionSpace_ = connectionSpace;
+    deviceClass_ = bigEndian32(data, kClassOffset);
+    colorSpace_ = bigEndian32(data, kSpaceOffset);
+    connectionSpace_ = bigEndian32(data, kConnectionSpaceOffset);
 }
 
 void IccProfileInfo::readWithLittleCms(const QByteArray &data, QLocale::Language language)
@@ -356,24 +366,9 @@ QString IccProfileInfo::spaceName(std::uint32_t space)
 
 QString IccProfileInfo::deviceClassName() const
 {
-    switch (deviceClass_) {
-    case kClassInput:
-        return tr("输入设备");
-    case kClassDisplay:
-        return tr("显示器");
-    case kClassOutput:
-        return tr("输出设备");
-    case kClassLink:
-        return tr("设备链接");
-    case kClassAbstract:
-        return tr("抽象");
-    case kClassColorSpace:
-        return tr("色彩空间转换");
-    case kClassNamedColor:
-        return tr("命名颜色");
-    default:
-        return signatureText(deviceClass_);
-    }
+    if (const DeviceClass *known = findDeviceClass(deviceClass_))
+        return tr(known->name);
+    return signatureText(deviceClass_);
 }
 
 QString IccProfileInfo::versionText() const

@@ -80,6 +80,13 @@ private:
     static QString spaceName(std::uint32_t space);
     QString inputRefusal(std::uint32_t neededSpace, const QString &neededName) const;
 
+    // Why the bytes do not hold the profile their header describes: too
+    // short, no "acsp", a size the bytes do not have, a tag outside the
+    // profile. Empty when they do.
+    static QString layoutError(const QByteArray &data);
+    // Why the header's class, colour space and connection space are not
+    // those of a profile Little CMS can use, or an empty text.
+    static QString signaturesError(const QByteArray &data);
     void readHeader(const QByteArray &data);
     void readWithLittleCms(const QByteArray &data, QLocale::Language language);
 

@@ -4,6 +4,7 @@
 #include "Common/Logging.h"
 #include "Config/PrinterDriverConfig.h"
 #include "FramelessWidget/Common/CommonFramelessMessageBox.h"
+#include "UI/DialogForm.h"
 #include "UI/ListItems.h"
 #include "UI/PrinterDriverManager.h"
 
@@ -26,14 +27,8 @@ const QString temporaryPrsSuffix = QStringLiteral("temp.prs");
 
 InstallPrinterDriverDlg::InstallPrinterDriverDlg(QWidget *parent)
     : CommonFramelessDialog(parent)
-    , ui_(std::make_unique<Ui::InstallPrinterDriverDlg>())
+    , ui_(setupDialogForm<Ui::InstallPrinterDriverDlg>(*this))
 {
-    ui_->setupUi(this);
-
-    setWindowFlags(windowFlags() & ~Qt::WindowContextHelpButtonHint);
-    setWindowFlags(windowFlags() & ~Qt::WindowMinimizeButtonHint);
-    setupFramelessTitleBar(ui_->titleBarLayout_);
-
     initialize();
 
     ui_->btn_install_->setProperty("defaultStyle_normal", true);

@@ -4,6 +4,7 @@
 #include "Common/Logging.h"
 #include "Config/PrinterDriverConfig.h"
 #include "FramelessWidget/Common/CommonFramelessMessageBox.h"
+#include "UI/DialogForm.h"
 #include "UI/InstallPrinterDriverDlg.h"
 #include "UI/ListItems.h"
 #include "UI/ModifyPrinterDriverNameDlg.h"
@@ -34,14 +35,8 @@ QString driverIdOf(const QListWidgetItem *item)
 
 PrinterDriverManagerDlg::PrinterDriverManagerDlg(QWidget *parent)
     : CommonFramelessDialog(parent)
-    , ui_(std::make_unique<Ui::PrinterDriverManagerDlg>())
+    , ui_(setupDialogForm<Ui::PrinterDriverManagerDlg>(*this))
 {
-    ui_->setupUi(this);
-
-    setWindowFlags(windowFlags() & ~Qt::WindowContextHelpButtonHint);
-    setWindowFlags(windowFlags() & ~Qt::WindowMinimizeButtonHint);
-    setupFramelessTitleBar(ui_->titleBarLayout_);
-
     initialize();
 }
 

@@ -592,6 +592,81 @@ QByteArray recordName(const QByteArray &directory, qint64 record, qint64 nameSiz
 // claims more than this is not read.
 constexpr qint64 kMaxCentralDirectoryBytes = qint64(64) << 20;
 
+// Where an end record places the central directory: its record count,
+// size and offset, and the position in the file where it must end.
+struct DirectoryLocation
+{
+    quint64 count = 0;
+    quint64 size = 0;
+    quint64 offset = 0;
+    qint64 end = 0;
+};
+
+// Reads the end record at `at` in tail, the last bytes of a file of
+// fileSize bytes that start at tailStart, and follows it to the ZIP64 end
+// record when one of its fields says so. False when the ZIP64 records are
+// not where they must be.
+bool readEndRecord(QFile &file, qint64 fileSize, const QByteArray &tail, qint64 at, qint64 tailStart,
+                   DirectoryLocation &location)
+{
+    location.count = readLittleEndian(tail, at + 10, 2);
+    location.size = readLittleEndian(tail, at + 12, 4);
+    location.offset = readLittleEndian(tail, at + 16, 4);
+    location.end = tailStart + at;
+    if (location.count != 0xffff && location.size != 0xffffffffu && location.offset != 0xffffffffu)
+        return true;
+    // ZIP64: the locator stands just before the end record.
+    if (at < 20 || readLittleEndian(tail, at - 20, 4) != 0x07064b50u)
+        return false;
+    const quint64 zip64End = readLittleEndian64(tail, at - 20 + 8);
+    if (zip64End > quint64(fileSize) || quint64(fileSize) - zip64End < 56 || !file.seek(qint64(zip64End)))
+        return false;
+    const QByteArray record = file.read(56);
+    if (record.size() != 56 || readLittleEndian(record, 0, 4) != 0x06064b50u)
+        return false;
+    location.count = readLittleEndian64(record, 32);
+    location.size = readLittleEndian64(record, 40);
+    location.offset = readLittleEndian64(record, 48);
+    location.end = qint64(zip64End);
+    return true;
+}
+
+// The central directory's bytes, where location puts them. False when it
+// is too large, does not fit before its end or cannot be read whole.
+bool readCentralDirectory(QFile &file, const DirectoryLocation &location, QByteArray &directory)
+{
+    if (location.size > quint64(kMaxCentralDirectoryBytes) || location.size > quint64(location.end))
+        return false;
+    // Data before the archive (a self-extractor) moves every offset.
+    const qint64 directoryStart = location.end - qint64(location.size);
+    if (location.offset > quint64(directoryStart) || !file.seek(directoryStart))
+        return false;
+    directory = file.read(qint64(location.size));
+    return directory.size() == qint64(location.size);
+}
+
+// The names of the first count records of a central directory
+// (recordName()). names is left as it was when a record is not there whole.
+bool readRecordNames(const QByteArray &directory, quint64 count, QVector<QByteArray> &names)
+{
+    QVector<QByteArray> found;
+    qint64 position = 0;
+    for (quint64 i = 0; i < count; ++i) {
+        if (position + 46 > directory.size() || readLittleEndian(directory, position, 4) != 0x02014b50u)
+            return false;
+        const qint64 nameSize = readLittleEndian(directory, position + 28, 2);
+        const qint64 extraSize = readLittleEndian(directory, position + 30, 2);
+        const qint64 commentSize = readLittleEndian(directory, position + 32, 2);
+        const qint64 next = position + 46 + nameSize + extraSize + commentSize;
+        if (next > directory.size())
+            return false;
+        found.append(recordName(directory, position, nameSize, extraSize));
+        position = next;
+    }
+    names = found;
+    return true;
+}
+
 // The entry names of a zip archive's central directory (recordName()),
 // found through its end record: the last one in the file's final 64 KiB and
 // a little, so that a little data after the end of the archive does not hide
@@ -611,59 +686,17 @@ bool readStoredNames(const QString &path, QVector<QByteArray> &names)
     if (tail.size() != tailSize)
         return false;
     const qint64 tailStart = size - tailSize;
+    // An end record that leads nowhere readable may be bytes of an entry
+    // that happen to look like one: the search goes on before it.
     for (qint64 at = tailSize - kEndRecordBytes; at >= 0; --at) {
         if (readLittleEndian(tail, at, 4) != 0x06054b50u)
             continue;
-        const qint64 endRecord = tailStart + at;
-        quint64 count = readLittleEndian(tail, at + 10, 2);
-        quint64 directorySize = readLittleEndian(tail, at + 12, 4);
-        quint64 directoryOffset = readLittleEndian(tail, at + 16, 4);
-        qint64 directoryEnd = endRecord;
-        if (count == 0xffff || directorySize == 0xffffffffu || directoryOffset == 0xffffffffu) {
-            // ZIP64: the locator stands just before the end record.
-            if (at < 20 || readLittleEndian(tail, at - 20, 4) != 0x07064b50u)
-                continue;
-            const quint64 zip64End = readLittleEndian64(tail, at - 20 + 8);
-            if (zip64End > quint64(size) || quint64(size) - zip64End < 56 || !file.seek(qint64(zip64End)))
-                continue;
-            const QByteArray record = file.read(56);
-            if (record.size() != 56 || readLittleEndian(record, 0, 4) != 0x06064b50u)
-                continue;
-            count = readLittleEndian64(record, 32);
-            directorySize = readLittleEndian64(record, 40);
-            directoryOffset = readLittleEndian64(record, 48);
-            directoryEnd = qint64(zip64End);
-        }
-        if (directorySize > quint64(kMaxCentralDirectoryBytes) || directorySize > quint64(directoryEnd))
-            continue;
-        // Data before the archive (a self-extractor) moves every offset.
-        const qint64 directoryStart = directoryEnd - qint64(directorySize);
-        if (directoryOffset > quint64(directoryStart) || !file.seek(directoryStart))
-            continue;
-        const QByteArray directory = file.read(qint64(directorySize));
-        if (directory.size() != qint64(directorySize))
-            continue;
-        QVector<QByteArray> found;
-        qint64 position = 0;
-        bool complete = true;
-        for (quint64 i = 0; i < count && complete; ++i) {
-            complete =
-                position + 46 <= directory.size() && readLittleEndian(directory, position, 4) == 0x02014b50u;
-            if (!complete)
-                break;
-            const qint64 nameSize = readLittleEndian(directory, position + 28, 2);
-            const qint64 extraSize = readLittleEndian(directory, position + 30, 2);
-            const qint64 commentSize = readLittleEndian(directory, position + 32, 2);
-            const qint64 next = position + 46 + nameSize + extraSize + commentSize;
-            complete = next <= directory.size();
-            if (complete)
-                found.append(recordName(directory, position, nameSize, extraSize));
-            position = next;
-        }
-        if (!complete)
-            continue;
-        names = found;
-        return true;
+        DirectoryLocation location;
+        QByteArray directory;
+        if (readEndRecord(file, size, tail, at, tailStart, location) &&
+            readCentralDirectory(file, location, directory) &&
+            readRecordNames(directory, location.count, names))
+            return true;
     }
     return false;
 }
@@ -759,16 +792,18 @@ PrinterDriverPackageHelper::readDriverInfo(const QString &driverId)
     return package;
 }
 
-bool PrinterDriverPackageHelper::encode(const QString &packageFilePath, const QString &workDir,
-                                        const Package &package)
+namespace {
+
+// Lays the package's files out below driverWorkDir as they lie below dtpDir.
+// A file that two lists name is put there once.
+bool copyIntoWorkFolder(const PrinterDriverPackageHelper::Package &package, const QString &dtpDir,
+                        const QString &driverWorkDir)
 {
-    const std::shared_ptr<PrinterDriverConfig> config = PrinterDriverConfig::instance();
-    const QString driverWorkDir =
-        withTrailingSlash(workDir) + QFileInfo(package.prsFilePath).baseName() + QLatin1Char('/');
     QStringList files = {package.prsFilePath, package.pdvFilePath};
     files << package.rgbIccFilePaths << package.cmykIccFilePaths << package.outputIccFilePaths;
     for (const QString &file : qAsConst(files)) {
-        const QString destination = obtainDstFilePath(file, config->dtpDir(), driverWorkDir);
+        const QString destination =
+            PrinterDriverPackageHelper::obtainDstFilePath(file, dtpDir, driverWorkDir);
         if (destination.isEmpty())
             return false;
         if (!QDir().mkpath(QFileInfo(destination).absolutePath())) {
@@ -782,6 +817,18 @@ bool PrinterDriverPackageHelper::encode(const QString &packageFilePath, const QS
             return false;
         }
     }
+    return true;
+}
+
+} // namespace
+
+bool PrinterDriverPackageHelper::encode(const QString &packageFilePath, const QString &workDir,
+                                        const Package &package)
+{
+    const QString driverWorkDir =
+        withTrailingSlash(workDir) + QFileInfo(package.prsFilePath).baseName() + QLatin1Char('/');
+    if (!copyIntoWorkFolder(package, PrinterDriverConfig::instance()->dtpDir(), driverWorkDir))
+        return false;
 
     const QString program = archiverPath();
     BEX_DEBUG(lcManager) << "program:" << program;
@@ -943,62 +990,48 @@ bool askToOverwrite(QWidget *parent, const QStringList &destinations)
     return answer == 0;
 }
 
-} // namespace
-
-bool PrinterDriverPackageHelper::importPackage(const QString &packageFilePath, QStringList &prsFilePaths)
+// Lists the package, then unpacks it into workDir and checks what the
+// archiver left there. False when the package is refused.
+bool unpackChecked(const QString &program, const QString &packageFilePath, const QString &workDir)
 {
-    BEX_DEBUG(lcManager) << "packageFilePath:" << packageFilePath;
-    const std::shared_ptr<PrinterDriverConfig> config = PrinterDriverConfig::instance();
-    const QString workDir = makeWorkFolder(config->tempDir(), QStringLiteral("import/"));
-    const QString program = archiverPath();
-    BEX_DEBUG(lcManager) << "program:" << program;
-    if (!QFileInfo::exists(program)) {
-        BEX_CRITICAL(lcManager) << "7z.exe is not existed!";
-        return false;
-    }
-    if (!QDir().mkpath(workDir)) {
-        BEX_CRITICAL(lcManager) << "目录 -" + workDir + "创建失败";
-        return false;
-    }
-    // Whatever is refused below leaves nothing of the package behind.
-    const auto refuse = [&workDir]() {
-        removeWorkFolder(workDir);
-        return false;
-    };
-
     if (!checkListing(program, packageFilePath))
-        return refuse();
+        return false;
     const ArchiverRun unpacked =
         runArchiver(program, {QStringLiteral("x"), packageFilePath, QStringLiteral("-o") + workDir}, false);
     if (unpacked.failed()) {
         // A damaged entry (a CRC error) is left out or cut short.
         BEX_CRITICAL(lcManager) << "package cannot be unpacked -" << packageFilePath << "exit code"
                                 << unpacked.exitCode;
-        return refuse();
+        return false;
     }
     if (unpacked.warned())
         BEX_WARNING(lcManager) << "archiver warned while unpacking the package -" << packageFilePath;
-    if (!checkUnpackedTree(workDir))
-        return refuse();
+    return checkUnpackedTree(workDir);
+}
 
+// The one top folder of the unpacked package, with "/" at its end, or an
+// empty text when there is not exactly one or it lacks "bin" or "driver".
+QString packageTopFolder(const QString &workDir)
+{
     const QStringList topFolders = QDir(workDir).entryList(QDir::Dirs | QDir::NoDotAndDotDot, QDir::Name);
     if (topFolders.size() != 1) {
         BEX_CRITICAL(lcManager) << "package must hold exactly one top folder -" << topFolders.size();
-        return refuse();
+        return QString();
     }
     const QString topDir = workDir + topFolders.first() + QLatin1Char('/');
     if (!QFileInfo(topDir + QStringLiteral("bin")).isDir() ||
         !QFileInfo(topDir + QStringLiteral("driver")).isDir()) {
         BEX_CRITICAL(lcManager) << "bin or driver folder is not existed!";
-        return refuse();
+        return QString();
     }
+    return topDir;
+}
 
-    QVector<ImportFile> files;
-    QStringList overwritten;
-    QSet<QString> checkedFolders;
-    int prsCount = 0;
-    // Files are copied in the order of their names, the same on every
-    // machine, whatever order the file system lists them in.
+// Every file below the top folder's "bin" and "driver", sorted by name:
+// files are copied in this order, the same on every machine, whatever order
+// the file system lists them in.
+QStringList packageFiles(const QString &topDir)
+{
     QStringList sources;
     for (const QString &folder : {QStringLiteral("bin"), QStringLiteral("driver")}) {
         QDirIterator it(topDir + folder, QDir::Files | QDir::Hidden | QDir::System,
@@ -1007,14 +1040,29 @@ bool PrinterDriverPackageHelper::importPackage(const QString &packageFilePath, Q
             sources.append(it.next());
     }
     sources.sort();
-    for (const QString &source : qAsConst(sources)) {
+    return sources;
+}
+
+// Where each file of the package unpacked in workDir goes below dtpDir: an
+// incoming .prs file takes a free name, any other file replaces what is
+// there, which overwritten lists. False when the package's folders or a
+// destination are refused or the package does not hold exactly one .prs
+// file.
+bool planImport(const QString &workDir, const QString &dtpDir, QVector<ImportFile> &files,
+                QStringList &overwritten)
+{
+    const QString topDir = packageTopFolder(workDir);
+    if (topDir.isEmpty())
+        return false;
+    QSet<QString> checkedFolders;
+    int prsCount = 0;
+    const QStringList sources = packageFiles(topDir);
+    for (const QString &source : sources) {
         ImportFile file;
         file.source = source;
-        file.destination = obtainDstFilePath(file.source, topDir, config->dtpDir());
-        if (file.destination.isEmpty())
-            return refuse();
-        if (!checkDestination(config->dtpDir(), file.destination, checkedFolders))
-            return refuse();
+        file.destination = PrinterDriverPackageHelper::obtainDstFilePath(file.source, topDir, dtpDir);
+        if (file.destination.isEmpty() || !checkDestination(dtpDir, file.destination, checkedFolders))
+            return false;
         file.isPrs = QFileInfo(file.source).suffix().compare(QLatin1String("prs"), Qt::CaseInsensitive) == 0;
         const bool exists = nodeKind(file.destination) != NodeKind::Missing;
         if (file.isPrs) {
@@ -1028,16 +1076,21 @@ bool PrinterDriverPackageHelper::importPackage(const QString &packageFilePath, Q
     }
     if (prsCount == 0) {
         BEX_CRITICAL(lcManager) << "此包中没有prs文件";
-        return refuse();
+        return false;
     }
     if (prsCount > 1) {
         BEX_CRITICAL(lcManager) << "此包中有多个prs文件";
-        return refuse();
+        return false;
     }
-    if (!overwritten.isEmpty() && !askToOverwrite(parent_, overwritten))
-        return refuse();
+    return true;
+}
 
-    for (const ImportFile &file : qAsConst(files)) {
+// Moves the planned files into place, in order; prsFilePaths receives the
+// .prs file's destination. The working folder goes once every file is in
+// place, and stays when one is not.
+bool moveIntoPlace(const QVector<ImportFile> &files, const QString &workDir, QStringList &prsFilePaths)
+{
+    for (const ImportFile &file : files) {
         if (!QDir().mkpath(QFileInfo(file.destination).absolutePath())) {
             BEX_CRITICAL(lcManager) << "目录 -" + workDir + "创建失败";
             return false;
@@ -1060,4 +1113,34 @@ bool PrinterDriverPackageHelper::importPackage(const QString &packageFilePath, Q
     }
     removeWorkFolder(workDir);
     return true;
+}
+
+} // namespace
+
+bool PrinterDriverPackageHelper::importPackage(const QString &packageFilePath, QStringList &prsFilePaths)
+{
+    BEX_DEBUG(lcManager) << "packageFilePath:" << packageFilePath;
+    const std::shared_ptr<PrinterDriverConfig> config = PrinterDriverConfig::instance();
+    const QString workDir = makeWorkFolder(config->tempDir(), QStringLiteral("import/"));
+    const QString program = archiverPath();
+    BEX_DEBUG(lcManager) << "program:" << program;
+    if (!QFileInfo::exists(program)) {
+        BEX_CRITICAL(lcManager) << "7z.exe is not existed!";
+        return false;
+    }
+    if (!QDir().mkpath(workDir)) {
+        BEX_CRITICAL(lcManager) << "目录 -" + workDir + "创建失败";
+        return false;
+    }
+
+    QVector<ImportFile> files;
+    QStringList overwritten;
+    if (!unpackChecked(program, packageFilePath, workDir) ||
+        !planImport(workDir, config->dtpDir(), files, overwritten) ||
+        (!overwritten.isEmpty() && !askToOverwrite(parent_, overwritten))) {
+        // Whatever is refused leaves nothing of the package behind.
+        removeWorkFolder(workDir);
+        return false;
+    }
+    return moveIntoPlace(files, workDir, prsFilePaths);
 }

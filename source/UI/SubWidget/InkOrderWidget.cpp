@@ -26,6 +26,18 @@ void registerMetaTypes()
     Q_UNUSED(id)
 }
 
+// Hands the data of every tab of tabBar, with its index, to change, then
+// repaints the bar.
+template <typename Change>
+void changeEveryTab(QTabBar *tabBar, Change change)
+{
+    for (int i = 0; i < tabBar->count(); ++i) {
+        if (const auto data = getTabData(tabBar, i))
+            change(i, *data);
+    }
+    tabBar->update();
+}
+
 } // namespace
 
 TabData::TabData(int inkId, bool isOn, const QColor &color, const QColor &offColor)
@@ -146,11 +158,7 @@ void InkOrderWidget::setOffBackgroundColor(const QColor &color)
     if (color == offBackgroundColor_)
         return;
     offBackgroundColor_ = color;
-    for (int i = 0; i < tabBar_->count(); ++i) {
-        if (const auto data = getTabData(tabBar_, i))
-            data->offColor = color;
-    }
-    tabBar_->update();
+    changeEveryTab(tabBar_, [&color](int, TabData &data) { data.offColor = color; });
 }
 
 void InkOrderWidget::setOffTextColor(const QColor &color)
@@ -158,11 +166,9 @@ void InkOrderWidget::setOffTextColor(const QColor &color)
     if (color == offTextColor_)
         return;
     offTextColor_ = color;
-    for (int i = 0; i < tabBar_->count(); ++i) {
-        if (const auto data = getTabData(tabBar_, i))
-            tabBar_->setTabTextColor(i, textColor(data->isOn, data->color));
-    }
-    tabBar_->update();
+    changeEveryTab(tabBar_, [this](int index, const TabData &data) {
+        tabBar_->setTabTextColor(index, textColor(data.isOn, data.color));
+    });
 }
 
 void InkOrderWidget::refreshAndEmit()
