@@ -8,6 +8,7 @@
 #include "Driver/InkNames.h"
 #include "FramelessWidget/Common/CommonFramelessMessageBox.h"
 #include "Icc/IccProfileCache.h"
+#include "UI/CommonPropertyRows.h"
 #include "UI/IccProfileFiles.h"
 #include "UI/IccProfileRow.h"
 #include "UI/InkChannelRows.h"
@@ -29,7 +30,6 @@
 #include <QFileInfo>
 #include <QGridLayout>
 #include <QLabel>
-#include <QListView>
 #include <QPushButton>
 #include <QScreen>
 #include <QScrollArea>
@@ -64,29 +64,6 @@ std::unique_ptr<DriverSession> makeSession()
     return handler ? std::make_unique<DriverSession>(handler, lcDialog) : nullptr;
 }
 
-// The combo box of a common property. Its popup is a plain list view (so
-// that style sheets reach its items), made when the list is first opened: a
-// driver with dozens of properties opens without building dozens of popups.
-class CommonPropertyComboBox : public QComboBox
-{
-public:
-    using QComboBox::QComboBox;
-
-    void showPopup() override
-    {
-        if (!listViewMade_) {
-            listViewMade_ = true;
-            const QString name = view()->accessibleName();
-            setView(new QListView(this));
-            view()->setAccessibleName(name);
-        }
-        QComboBox::showPopup();
-    }
-
-private:
-    bool listViewMade_ = false;
-};
-
 } // namespace
 
 PrinterDriverPropertyDlg::PrinterDriverPropertyDlg(const QString &driverId, QWidget *parent)
@@ -110,6 +87,7 @@ PrinterDriverPropertyDlg::PrinterDriverPropertyDlg(const QString &driverId, QWid
     iccRgb_->setObjectName(QStringLiteral("iccProfileRow_RGB"));
     iccCmyk_->setObjectName(QStringLiteral("iccProfileRow_CMYK"));
     iccCurve_->setObjectName(QStringLiteral("iccProfileRow_Curve"));
+    commonProperties_ = new CommonPropertyRows(ui_->verLayout_Common_, this);
     channelRows_ = new InkChannelRows(ui_->gridLayout_inkConcentration_, ui_->gridLayout_inkLimit_, this);
 
     for (QPushButton *button : {ui_->btn_selectICC_CMYK_, ui_->btn_selectICC_RGB_, ui_->btn_selectICC_Curve_})
@@ -313,42 +291,10 @@ bool PrinterDriverPropertyDlg::read()
     BEX_DEBUG(lcDialog) << "curDriverName:" << session_->driverName();
 
     choices_ = session_->readChoices();
-    showCommonProperties(choices_.common);
+    commonProperties_->show(choices_.common);
     adjustCommonPropertyUI();
     showCombination(session_->readCombination());
     return true;
-}
-
-// One row per other enumerated property of the driver: its key and a combo
-// box of its values.
-void PrinterDriverPropertyDlg::showCommonProperties(const QVector<EnumChoice> &properties)
-{
-    auto *grid = new QGridLayout;
-    grid->setContentsMargins(0, 0, 0, 0);
-    int row = 0;
-    for (const EnumChoice &property : properties) {
-        auto *label = new QLabel(property.key);
-        label->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
-        auto *combo = new CommonPropertyComboBox;
-        combo->setObjectName(commonPropertyObjectName(property.enumId));
-        combo->setFocusPolicy(Qt::StrongFocus);
-        label->setBuddy(combo);
-        for (int i = 0; i < property.values.size(); ++i)
-            combo->addItem(property.values.at(i), i);
-        if (!property.values.isEmpty())
-            combo->setCurrentIndex(property.index);
-        grid->addWidget(label, row, 0);
-        grid->addWidget(combo, row, 1);
-        commonProperties_.insert(property.enumId, combo);
-        ++row;
-    }
-    ui_->verLayout_Common_->addLayout(grid);
-    ui_->verLayout_Common_->addStretch();
-}
-
-QString PrinterDriverPropertyDlg::commonPropertyObjectName(int enumId)
-{
-    return QStringLiteral("comboBox_common_%1").arg(enumId);
 }
 
 void PrinterDriverPropertyDlg::showEvent(QShowEvent *event)
@@ -536,10 +482,7 @@ CombinationSettings PrinterDriverPropertyDlg::collectCombination() const
 DriverSettings PrinterDriverPropertyDlg::collect() const
 {
     DriverSettings settings{choices_, collectCombination()};
-    // The other properties as their boxes stand, in the order of their ids.
-    settings.choices.common.clear();
-    for (auto it = commonProperties_.cbegin(); it != commonProperties_.cend(); ++it)
-        settings.choices.common << EnumChoice{it.key(), QString(), it.value()->currentIndex(), QStringList()};
+    settings.choices.common = commonProperties_->settings();
     return settings;
 }
 

@@ -4,12 +4,12 @@
 #include "FramelessWidget/Common/CommonFramelessDialog.h"
 #include "IRipEngineDriverUI.h"
 
-#include <QMap>
 #include <QString>
 
 #include <functional>
 #include <memory>
 
+class CommonPropertyRows;
 class DriverSession;
 class IccProfileCache;
 class IccProfileRow;
@@ -51,9 +51,6 @@ public:
     // section was not touched).
     const RipExtraOption &extraOption() const;
 
-    // The object name of the combo box of the common property `enumId`.
-    static QString commonPropertyObjectName(int enumId);
-
 private slots:
     void on_advancedStateChanged(int state);
     void on_paperChanged(int index);
@@ -80,7 +77,6 @@ private:
     void saveWindowRecord();
 
     bool read();
-    void showCommonProperties(const QVector<EnumChoice> &properties);
     void adjustCommonPropertyUI();
     void fillCombinedTypes();
     void showCombination(const CombinationSettings &settings);
@@ -109,9 +105,7 @@ private:
     // Resolution, paper and ink as chosen in the dialog, and the other
     // properties as read.
     DriverChoices choices_;
-    // enumId -> combo box of a common property; ordered, so that writing
-    // visits the properties in a fixed order.
-    QMap<int, QComboBox *> commonProperties_;
+    CommonPropertyRows *commonProperties_ = nullptr;
     InkChannelRows *channelRows_ = nullptr;
     // The stored profiles' checks, and the three profile rows of the ICC
     // section.

@@ -4,8 +4,8 @@
 // object name and answering the modal windows it opens (message boxes and the
 // file dialog) the way a user does.
 
+#include "UI/CommonPropertyRows.h"
 #include "UI/IccProfileRow.h"
-#include "UI/PrinterDriverPropertyDlg.h"
 
 #include <QAbstractButton>
 #include <QApplication>
@@ -55,13 +55,13 @@ inline QString storedProfileName(const QWidget *dialog, const QLineEdit *edit)
 // The combo box of the common property `enumId`, by its object name.
 inline QComboBox *commonCombo(const QWidget *dialog, int enumId)
 {
-    return dialog->findChild<QComboBox *>(PrinterDriverPropertyDlg::commonPropertyObjectName(enumId));
+    return dialog->findChild<QComboBox *>(CommonPropertyRows::objectName(enumId));
 }
 
 // The combo boxes of the common properties, in the order of their ids.
 inline QList<QComboBox *> commonCombos(const QWidget *dialog)
 {
-    const QString prefix = PrinterDriverPropertyDlg::commonPropertyObjectName(0).chopped(1);
+    const QString prefix = CommonPropertyRows::objectName(0).chopped(1);
     QMap<int, QComboBox *> byId;
     for (QComboBox *combo : dialog->findChildren<QComboBox *>()) {
         if (combo->objectName().startsWith(prefix))
@@ -73,7 +73,7 @@ inline QList<QComboBox *> commonCombos(const QWidget *dialog)
 // The id of a common property's combo box.
 inline int commonComboId(const QComboBox *combo)
 {
-    const QString prefix = PrinterDriverPropertyDlg::commonPropertyObjectName(0).chopped(1);
+    const QString prefix = CommonPropertyRows::objectName(0).chopped(1);
     return combo->objectName().mid(prefix.size()).toInt();
 }
 
