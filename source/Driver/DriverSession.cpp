@@ -68,6 +68,25 @@ bool usable(const printerInkOrderInfo &info, DriverSession::LogCategory category
     return false;
 }
 
+// Why a record cannot be written back: there is none (nothing to write,
+// logged at `level`) or it is damaged (a damaged record is not handed back:
+// the library would read it as far as it claims). Nothing when it can.
+template <typename Record>
+std::optional<DriverSession::StepResult> unwritable(const Record *info, const char *name, QtMsgType level,
+                                                    DriverSession::LogCategory category)
+{
+    if (!info) {
+        if (level == QtWarningMsg)
+            BEX_WARNING(category).noquote() << QLatin1String(name) + QLatin1String(" is nullptr");
+        else
+            BEX_DEBUG(category).noquote() << QLatin1String(name) + QLatin1String(" is nullptr");
+        return DriverSession::StepResult::NoRecord;
+    }
+    if (!usable(*info, category))
+        return DriverSession::StepResult::Failed;
+    return std::nullopt;
+}
+
 // Whether the three choices can be walked: three distinct properties, each
 // listed, and not more combinations than a driver can have. The reason why
 // not, or an empty text.
@@ -342,6 +361,16 @@ void DriverSession::writeCombination(const CombinationSettings &settings)
     writeInks(settings.inks.value_or(QVector<InkSlot>()));
 }
 
+// The result of handing a record back through the setter `call`; a refusal
+// is logged.
+DriverSession::StepResult DriverSession::handedBack(bool accepted, const char *call) const
+{
+    if (accepted)
+        return StepResult::Written;
+    BEX_CRITICAL(category_).noquote() << QLatin1String(call) + QLatin1String(" failed");
+    return StepResult::Failed;
+}
+
 DriverSession::StepResult DriverSession::writeIcc(const IccSettings &icc)
 {
     printerIccColorInfo *info = handler_->GetIccSettingInfo();
@@ -363,24 +392,14 @@ DriverSession::StepResult DriverSession::writeIcc(const IccSettings &icc)
     bex::setFieldText(info->iccFilePath_OUTPUT, icc.output);
     if (icc.intent)
         info->iccIntentType = *icc.intent;
-    if (!handler_->SetIccSettingInfo(info)) {
-        BEX_CRITICAL(category_) << "SetIccSettingInfo failed";
-        return StepResult::Failed;
-    }
-    return StepResult::Written;
+    return handedBack(handler_->SetIccSettingInfo(info), "SetIccSettingInfo");
 }
 
 DriverSession::StepResult DriverSession::writeChannels(const QVector<ChannelSetting> &channels)
 {
     printerChannelColorInfo *info = handler_->GetChannelColorInfo();
-    if (!info) {
-        BEX_DEBUG(category_) << "printerChannelColorInfo is nullptr";
-        return StepResult::NoRecord;
-    }
-    // A damaged record is not handed back: the library would read it as far
-    // as it claims.
-    if (!usable(*info, category_))
-        return StepResult::Failed;
+    if (const auto refused = unwritable(info, "printerChannelColorInfo", QtDebugMsg, category_))
+        return *refused;
     BEX_DEBUG(category_) << "printerChannelColorInfo is valid";
     BEX_DEBUG(category_) << "pcciChanneNum:" << info->pcciChanneNum;
     for (int c = 0; c < info->pcciChanneNum; ++c) {
@@ -397,23 +416,17 @@ DriverSession::StepResult DriverSession::writeChannels(const QVector<ChannelSett
         channel.iciMaxInk = setting->maxInkPercent / 100.0;
     }
     BEX_DEBUG(category_) << "SetChannelColorInfo begin";
-    if (!handler_->SetChannelColorInfo(info)) {
-        BEX_CRITICAL(category_) << "SetChannelColorInfo failed";
-        return StepResult::Failed;
-    }
-    BEX_DEBUG(category_) << "SetChannelColorInfo end";
-    return StepResult::Written;
+    const StepResult result = handedBack(handler_->SetChannelColorInfo(info), "SetChannelColorInfo");
+    if (result == StepResult::Written)
+        BEX_DEBUG(category_) << "SetChannelColorInfo end";
+    return result;
 }
 
 DriverSession::StepResult DriverSession::writeInks(const QVector<InkSlot> &inks)
 {
     printerInkOrderInfo *info = handler_->GetInkOrderInfo();
-    if (!info) {
-        BEX_WARNING(category_) << "printerInkOrderInfo is nullptr";
-        return StepResult::NoRecord;
-    }
-    if (!usable(*info, category_))
-        return StepResult::Failed;
+    if (const auto refused = unwritable(info, "printerInkOrderInfo", QtWarningMsg, category_))
+        return *refused;
     // Every ink of the record exactly once, or the order is not sent.
     const int count = info->pioiInkNum;
     QVector<bool> seen(count, false);
@@ -437,11 +450,7 @@ DriverSession::StepResult DriverSession::writeInks(const QVector<InkSlot> &inks)
         BEX_DEBUG(category_) << "pioiInkOrder:" << ink.order;
         BEX_DEBUG(category_) << "PioiInkOFFON:" << info->PioiInkOFFON[ink.inkId];
     }
-    if (!handler_->SetInkOrderInfo(info)) {
-        BEX_CRITICAL(category_) << "SetInkOrderInfo failed";
-        return StepResult::Failed;
-    }
-    return StepResult::Written;
+    return handedBack(handler_->SetInkOrderInfo(info), "SetInkOrderInfo");
 }
 
 bool DriverSession::write(const DriverSettings &settings)

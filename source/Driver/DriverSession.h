@@ -100,6 +100,7 @@ private:
     template <typename Visit>
     bool walk(const DriverChoices &choices, Visit visit);
     bool writeCommonChoices(const QVector<EnumChoice> &common);
+    StepResult handedBack(bool accepted, const char *call) const;
     void readEnumItems(DriverChoices &choices) const;
 
     IUIPrintParamsHandler *handler_;
