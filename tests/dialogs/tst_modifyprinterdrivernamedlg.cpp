@@ -2,6 +2,7 @@
 #include "FramelessWidget/Common/CommonFramelessTitleBar.h"
 #include "UI/ModifyPrinterDriverNameDlg.h"
 
+#include "FormTable.h"
 #include "ModalDriver.h"
 
 #include <QBoxLayout>
@@ -10,13 +11,39 @@
 #include <QLineEdit>
 #include <QPushButton>
 #include <QSignalSpy>
-#include <QSpacerItem>
 #include <QToolButton>
 #include <QtTest>
 
 namespace {
 
 const QString currentName = QStringLiteral("Flatbed UV 2513 (White + Varnish)");
+
+// The form as designed: window, widgets with their texts, layouts.
+const FormTable::Form designedForm = {
+    QSize(312, 156),
+    "修改打印机名",
+    {
+        {"label", "label", "QLabel", "打印机名"},
+        {"ok", "btn_ok_", "QPushButton", "确认"},
+        {"cancel", "btn_cancel_", "QPushButton", "取消"},
+        {"line edit", "lineEdit_driverShowName_", "QLineEdit", currentName},
+    },
+    {
+        "QVBoxLayout verticalLayout_2 spacing 0 margins 0,0,0,0",
+        "  QHBoxLayout titleBarLayout_ spacing 0 margins 0,0,0,0",
+        "    CommonFramelessTitleBar",
+        "  QVBoxLayout verticalLayout margins 9,9,9,9",
+        "    QHBoxLayout horizontalLayout_2 spacing 6",
+        "      QLabel label",
+        "      QLineEdit lineEdit_driverShowName_",
+        "    QSpacerItem 20x40 Minimum/Expanding",
+        "    QHBoxLayout horizontalLayout spacing 6",
+        "      QSpacerItem 40x20 Expanding/Minimum",
+        "      QPushButton btn_ok_",
+        "      QPushButton btn_cancel_",
+        "      QSpacerItem 40x20 Expanding/Minimum",
+    },
+};
 
 QLineEdit *lineEditOf(QWidget *dialog)
 {
@@ -66,24 +93,6 @@ void clickCancel(QWidget *dialog)
         QTest::mouseClick(cancel, Qt::LeftButton);
 }
 
-QString spacerText(QSpacerItem *spacer)
-{
-    if (!spacer)
-        return QStringLiteral("(no spacer)");
-    const QSizePolicy policy = spacer->sizePolicy();
-    return QStringLiteral("%1x%2 %3/%4")
-        .arg(spacer->sizeHint().width())
-        .arg(spacer->sizeHint().height())
-        .arg(policy.horizontalPolicy())
-        .arg(policy.verticalPolicy());
-}
-
-QString marginsText(const QLayout *layout)
-{
-    const QMargins m = layout->contentsMargins();
-    return QStringLiteral("%1,%2,%3,%4").arg(m.left()).arg(m.top()).arg(m.right()).arg(m.bottom());
-}
-
 } // namespace
 
 class ModifyPrinterDriverNameDlgTest : public QObject
@@ -92,17 +101,11 @@ class ModifyPrinterDriverNameDlgTest : public QObject
 
 private slots:
     void construction_showsCurrentNameAndKeepsNoNameYet();
-    void construction_sizeTitleAndObjectName();
-    void widgetTree_texts_data();
-    void widgetTree_texts();
-    void widgetTree_outerLayoutHoldsTitleBarThenContent();
-    void widgetTree_nameRowIsLabelThenLineEdit();
-    void widgetTree_verticalSpacerSitsBetweenNameAndButtons();
+    void form_asDesigned();
     void widgetTree_buttonsAreCentredBetweenTwoSpacers();
     void lineEdit_hasClearButton();
     void clearButton_emptiesTheName();
     void buttons_carryTheNormalStyleProperty();
-    void windowFlags_noContextHelpNoMinimize();
     void metaObject_hasNoSignalsOrSlotsOfItsOwn();
 
     void ok_withNewName_acceptsAndKeepsTheName();
@@ -127,115 +130,28 @@ void ModifyPrinterDriverNameDlgTest::construction_showsCurrentNameAndKeepsNoName
     QVERIFY(dialog.driverShowName().isEmpty());
 }
 
-void ModifyPrinterDriverNameDlgTest::construction_sizeTitleAndObjectName()
+void ModifyPrinterDriverNameDlgTest::form_asDesigned()
 {
     QWidget parent;
     ModifyPrinterDriverNameDlg dialog(currentName, &parent);
     QCOMPARE(dialog.parentWidget(), &parent);
-    QCOMPARE(dialog.size(), QSize(312, 156));
-    QCOMPARE(dialog.windowTitle(), QStringLiteral("修改打印机名"));
     QCOMPARE(dialog.objectName(), QStringLiteral("FramelessDialog"));
     QCOMPARE(dialog.property("FramelessDialog"), QVariant(true));
+    FormTable::verifyForm(&dialog, designedForm);
+    if (QTest::currentTestFailed())
+        return;
     QVERIFY(dialog.framelessTitleBar());
-    QCOMPARE(dialog.framelessTitleBar()->labelText()->text(), QStringLiteral("修改打印机名"));
-}
-
-void ModifyPrinterDriverNameDlgTest::widgetTree_texts_data()
-{
-    QTest::addColumn<QString>("objectName");
-    QTest::addColumn<QString>("className");
-    QTest::addColumn<QString>("text");
-
-    QTest::newRow("label") << QStringLiteral("label") << QStringLiteral("QLabel")
-                           << QStringLiteral("打印机名");
-    QTest::newRow("ok") << QStringLiteral("btn_ok_") << QStringLiteral("QPushButton")
-                        << QStringLiteral("确认");
-    QTest::newRow("cancel") << QStringLiteral("btn_cancel_") << QStringLiteral("QPushButton")
-                            << QStringLiteral("取消");
-    QTest::newRow("line edit") << QStringLiteral("lineEdit_driverShowName_") << QStringLiteral("QLineEdit")
-                               << currentName;
-}
-
-void ModifyPrinterDriverNameDlgTest::widgetTree_texts()
-{
-    QFETCH(QString, objectName);
-    QFETCH(QString, className);
-    QFETCH(QString, text);
-
-    ModifyPrinterDriverNameDlg dialog(currentName, nullptr);
-    const QList<QWidget *> found = dialog.findChildren<QWidget *>(objectName);
-    QCOMPARE(found.size(), 1);
-    QWidget *widget = found.first();
-    QCOMPARE(QString::fromLatin1(widget->metaObject()->className()), className);
-    QCOMPARE(widget->property("text").toString(), text);
-}
-
-void ModifyPrinterDriverNameDlgTest::widgetTree_outerLayoutHoldsTitleBarThenContent()
-{
-    ModifyPrinterDriverNameDlg dialog(currentName, nullptr);
-
-    auto *outer = qobject_cast<QVBoxLayout *>(dialog.layout());
-    QVERIFY(outer);
-    QCOMPARE(outer->objectName(), QStringLiteral("verticalLayout_2"));
-    QCOMPARE(outer->spacing(), 0);
-    QCOMPARE(marginsText(outer), QStringLiteral("0,0,0,0"));
-    QCOMPARE(outer->count(), 2);
-
-    auto *titleBarLayout = qobject_cast<QHBoxLayout *>(outer->itemAt(0)->layout());
-    QVERIFY(titleBarLayout);
-    QCOMPARE(titleBarLayout->objectName(), QStringLiteral("titleBarLayout_"));
-    QCOMPARE(titleBarLayout->count(), 1);
-    QCOMPARE(titleBarLayout->itemAt(0)->widget(), static_cast<QWidget *>(dialog.framelessTitleBar()));
-    QCOMPARE(titleBarLayout->spacing(), 0);
-    QCOMPARE(marginsText(titleBarLayout), QStringLiteral("0,0,0,0"));
-
-    auto *content = qobject_cast<QVBoxLayout *>(outer->itemAt(1)->layout());
-    QVERIFY(content);
-    QCOMPARE(content->objectName(), QStringLiteral("verticalLayout"));
-    QCOMPARE(marginsText(content), QStringLiteral("9,9,9,9"));
-    QCOMPARE(content->count(), 3);
-    QCOMPARE(content->itemAt(0)->layout()->objectName(), QStringLiteral("horizontalLayout_2"));
-    QVERIFY(content->itemAt(1)->spacerItem());
-    QCOMPARE(content->itemAt(2)->layout()->objectName(), QStringLiteral("horizontalLayout"));
-}
-
-void ModifyPrinterDriverNameDlgTest::widgetTree_nameRowIsLabelThenLineEdit()
-{
-    ModifyPrinterDriverNameDlg dialog(currentName, nullptr);
-    auto *row = dialog.findChild<QHBoxLayout *>(QStringLiteral("horizontalLayout_2"));
-    QVERIFY(row);
-    QCOMPARE(row->spacing(), 6);
-    QCOMPARE(row->count(), 2);
-    QCOMPARE(row->itemAt(0)->widget(), dialog.findChild<QWidget *>(QStringLiteral("label")));
-    QCOMPARE(row->itemAt(1)->widget(), static_cast<QWidget *>(lineEditOf(&dialog)));
-}
-
-void ModifyPrinterDriverNameDlgTest::widgetTree_verticalSpacerSitsBetweenNameAndButtons()
-{
-    ModifyPrinterDriverNameDlg dialog(currentName, nullptr);
-    auto *content = dialog.findChild<QVBoxLayout *>(QStringLiteral("verticalLayout"));
-    QVERIFY(content);
-    QCOMPARE(content->count(), 3);
-    QCOMPARE(spacerText(content->itemAt(1)->spacerItem()),
-             QStringLiteral("20x40 %1/%2").arg(QSizePolicy::Minimum).arg(QSizePolicy::Expanding));
+    QCOMPARE(dialog.layout()->itemAt(0)->layout()->itemAt(0)->widget(),
+             static_cast<QWidget *>(dialog.framelessTitleBar()));
 }
 
 void ModifyPrinterDriverNameDlgTest::widgetTree_buttonsAreCentredBetweenTwoSpacers()
 {
+    // Shown, the two buttons sit in the middle of their row, between its
+    // two spacers.
     ModifyPrinterDriverNameDlg dialog(currentName, nullptr);
     auto *row = dialog.findChild<QHBoxLayout *>(QStringLiteral("horizontalLayout"));
     QVERIFY(row);
-    QCOMPARE(row->spacing(), 6);
-    QCOMPARE(row->count(), 4);
-    const QString horizontalSpacer =
-        QStringLiteral("40x20 %1/%2").arg(QSizePolicy::Expanding).arg(QSizePolicy::Minimum);
-    QCOMPARE(spacerText(row->itemAt(0)->spacerItem()), horizontalSpacer);
-    QCOMPARE(row->itemAt(1)->widget(), static_cast<QWidget *>(buttonOf(&dialog, QStringLiteral("btn_ok_"))));
-    QCOMPARE(row->itemAt(2)->widget(),
-             static_cast<QWidget *>(buttonOf(&dialog, QStringLiteral("btn_cancel_"))));
-    QCOMPARE(spacerText(row->itemAt(3)->spacerItem()), horizontalSpacer);
-
-    // Shown, the two buttons sit in the middle of the row.
     dialog.show();
     QVERIFY(QTest::qWaitForWindowExposed(&dialog));
     const QRect ok = buttonOf(&dialog, QStringLiteral("btn_ok_"))->geometry();
@@ -272,23 +188,6 @@ void ModifyPrinterDriverNameDlgTest::buttons_carryTheNormalStyleProperty()
         QVERIFY2(button, qPrintable(name));
         QCOMPARE(button->property("defaultStyle_normal"), QVariant(true));
     }
-}
-
-void ModifyPrinterDriverNameDlgTest::windowFlags_noContextHelpNoMinimize()
-{
-    ModifyPrinterDriverNameDlg dialog(currentName, nullptr);
-    const Qt::WindowFlags flags = dialog.windowFlags();
-    QVERIFY(!flags.testFlag(Qt::WindowContextHelpButtonHint));
-    QVERIFY(!flags.testFlag(Qt::WindowMinimizeButtonHint));
-    QVERIFY(!flags.testFlag(Qt::WindowMaximizeButtonHint));
-    QVERIFY(flags.testFlag(Qt::WindowCloseButtonHint));
-    QVERIFY(flags.testFlag(Qt::FramelessWindowHint));
-
-    // The title bar follows: only its close button is shown.
-    CommonFramelessTitleBar *titleBar = dialog.framelessTitleBar();
-    QVERIFY(titleBar->minimizeButton()->isHidden());
-    QVERIFY(titleBar->maximizeButton()->isHidden());
-    QVERIFY(!titleBar->closeButton()->isHidden());
 }
 
 void ModifyPrinterDriverNameDlgTest::metaObject_hasNoSignalsOrSlotsOfItsOwn()

@@ -2,9 +2,22 @@
 #include "FramelessWidget/Common/CommonFramelessTitleBar.h"
 #include "UI/ModifyPrinterDriverNameDlg.h"
 
+#include "FormTable.h"
+
 #include <QLabel>
 #include <QLineEdit>
 #include <QtTest>
+
+namespace {
+
+// The widgets in English.
+const std::vector<FormTable::Widget> englishWidgets = {
+    {"label", "label", "QLabel", "Printer Name"},
+    {"ok", "btn_ok_", "QPushButton", "Ok"},
+    {"cancel", "btn_cancel_", "QPushButton", "Cancel"},
+};
+
+} // namespace
 
 // The rename dialog after the host has chosen English. The language is
 // process-wide, so these checks live in an executable of their own.
@@ -14,7 +27,6 @@ class ModifyPrinterDriverNameDlgEnglishTest : public QObject
 
 private slots:
     void initTestCase();
-    void texts_showInEnglish_data();
     void texts_showInEnglish();
     void title_showsInEnglishInWindowAndTitleBar();
     void name_isNotTranslated();
@@ -26,25 +38,10 @@ void ModifyPrinterDriverNameDlgEnglishTest::initTestCase()
     QCOMPARE(UIModuleConfig::instance()->language(), QLocale::English);
 }
 
-void ModifyPrinterDriverNameDlgEnglishTest::texts_showInEnglish_data()
-{
-    QTest::addColumn<QString>("objectName");
-    QTest::addColumn<QString>("english");
-
-    QTest::newRow("label") << QStringLiteral("label") << QStringLiteral("Printer Name");
-    QTest::newRow("ok") << QStringLiteral("btn_ok_") << QStringLiteral("Ok");
-    QTest::newRow("cancel") << QStringLiteral("btn_cancel_") << QStringLiteral("Cancel");
-}
-
 void ModifyPrinterDriverNameDlgEnglishTest::texts_showInEnglish()
 {
-    QFETCH(QString, objectName);
-    QFETCH(QString, english);
-
     ModifyPrinterDriverNameDlg dialog(QStringLiteral("UV 2513"), nullptr);
-    QWidget *widget = dialog.findChild<QWidget *>(objectName);
-    QVERIFY2(widget, qPrintable(objectName));
-    QCOMPARE(widget->property("text").toString(), english);
+    FormTable::verifyWidgets(&dialog, englishWidgets);
 }
 
 void ModifyPrinterDriverNameDlgEnglishTest::title_showsInEnglishInWindowAndTitleBar()

@@ -64,15 +64,6 @@ bool clickRow(QListWidget *list, int row)
     return list->currentItem() == item;
 }
 
-QString classAndText(const QWidget *dialog, const QString &objectName)
-{
-    const QList<QWidget *> found = dialog->findChildren<QWidget *>(objectName);
-    if (found.size() != 1)
-        return found.isEmpty() ? QStringLiteral("none") : QStringLiteral("%1 widgets").arg(found.size());
-    return QStringLiteral("%1 %2").arg(QString::fromLatin1(found.first()->metaObject()->className()),
-                                       found.first()->property("text").toString());
-}
-
 QStringList ownMethods(const QMetaObject &meta)
 {
     QStringList methods;

@@ -33,10 +33,6 @@ bool clickRow(QListWidget *list, int row);
 
 QStringList rowTexts(const QListWidget *list);
 
-// "QPushButton 安装": the class and text of the one child of dialog with
-// that object name, or what is wrong ("none", "2 widgets").
-QString classAndText(const QWidget *dialog, const QString &objectName);
-
 // The signatures of the methods a class declares itself, in meta-object order.
 QStringList ownMethods(const QMetaObject &meta);
 

@@ -4,6 +4,7 @@
 // their own.
 
 #include "DialogTestSupport.h"
+#include "FormTable.h"
 #include "SampleDriverFiles.h"
 #include "TestAppDir.h"
 #include "UserScript.h"
@@ -23,11 +24,28 @@ using namespace DialogTestSupport;
 
 namespace {
 
-QString textOf(QWidget *dialog, const QString &objectName)
-{
-    QWidget *widget = dialog->findChild<QWidget *>(objectName);
-    return widget ? widget->property("text").toString() : QStringLiteral("<no %1>").arg(objectName);
-}
+// The install dialog's widgets in English.
+const std::vector<FormTable::Widget> installDialogWidgets = {
+    {"vendor label", "label_vendorList_", "QLabel", "List of manufacturers"},
+    {"printer label", "label_2", "QLabel", "List of printers"},
+    {"delete", "btn_del_", "QPushButton", "Delete"},
+    {"install", "btn_install_", "QPushButton", "Install"},
+    {"cancel", "btn_cancel_", "QPushButton", "Cancel"},
+};
+
+// The manager dialog's widgets in English.
+const std::vector<FormTable::Widget> managerDialogWidgets = {
+    {"label", "label", "QLabel", "Installed printer"},
+    {"install", "btn_installPrinterDriver_", "QPushButton", "Install printer"},
+    {"delete", "btn_delPrinterDriver_", "QPushButton", "Delete printer"},
+    {"property", "btn_printerDriverProperty_", "QPushButton", "Property"},
+    {"default", "btn_setDefaultPrinterDriver_", "QPushButton", "Set as default"},
+    {"rename", "btn_modifyDriverShowName_", "QPushButton", "Modify printer name"},
+    {"customized", "btn_installCustomizedPrinterDriver_", "QPushButton", "Customize printer"},
+    {"import", "btn_importDriverPackage_", "QPushButton", "Import printer"},
+    {"export", "btn_exportDriverPackage_", "QPushButton", "Export printer"},
+    {"quit", "btn_quit_", "QPushButton", "Quit"},
+};
 
 } // namespace
 
@@ -40,11 +58,9 @@ private slots:
     void init();
     void cleanupTestCase();
 
-    void installDialog_texts_data();
     void installDialog_texts();
     void installDialog_installedMarkAndVendor();
     void installDialog_failureAndDeleteBoxes();
-    void managerDialog_texts_data();
     void managerDialog_texts();
     void managerDialog_defaultMarkAndFileDialogs();
     void managerDialog_setDefaultFailureBox();
@@ -66,24 +82,10 @@ void ManagementDialogsEnglishTest::cleanupTestCase()
     PrinterDriverManager::instance()->unload();
 }
 
-void ManagementDialogsEnglishTest::installDialog_texts_data()
-{
-    QTest::addColumn<QString>("objectName");
-    QTest::addColumn<QString>("english");
-    QTest::newRow("vendor label") << QStringLiteral("label_vendorList_")
-                                  << QStringLiteral("List of manufacturers");
-    QTest::newRow("printer label") << QStringLiteral("label_2") << QStringLiteral("List of printers");
-    QTest::newRow("delete") << QStringLiteral("btn_del_") << QStringLiteral("Delete");
-    QTest::newRow("install") << QStringLiteral("btn_install_") << QStringLiteral("Install");
-    QTest::newRow("cancel") << QStringLiteral("btn_cancel_") << QStringLiteral("Cancel");
-}
-
 void ManagementDialogsEnglishTest::installDialog_texts()
 {
-    QFETCH(QString, objectName);
-    QFETCH(QString, english);
     InstallPrinterDriverDlg dialog(nullptr);
-    QCOMPARE(textOf(&dialog, objectName), english);
+    FormTable::verifyWidgets(&dialog, installDialogWidgets);
     QCOMPARE(dialog.windowTitle(), QStringLiteral("Install printer"));
     QCOMPARE(dialog.framelessTitleBar()->labelText()->text(), QStringLiteral("Install printer"));
 }
@@ -132,32 +134,10 @@ void ManagementDialogsEnglishTest::installDialog_failureAndDeleteBoxes()
     QVERIFY(QFile::exists(TestAppDir::filePath(QStringLiteral("dtp/bin/b-spare.prs"))));
 }
 
-void ManagementDialogsEnglishTest::managerDialog_texts_data()
-{
-    QTest::addColumn<QString>("objectName");
-    QTest::addColumn<QString>("english");
-    QTest::newRow("label") << QStringLiteral("label") << QStringLiteral("Installed printer");
-    QTest::newRow("install") << QStringLiteral("btn_installPrinterDriver_")
-                             << QStringLiteral("Install printer");
-    QTest::newRow("delete") << QStringLiteral("btn_delPrinterDriver_") << QStringLiteral("Delete printer");
-    QTest::newRow("property") << QStringLiteral("btn_printerDriverProperty_") << QStringLiteral("Property");
-    QTest::newRow("default") << QStringLiteral("btn_setDefaultPrinterDriver_")
-                             << QStringLiteral("Set as default");
-    QTest::newRow("rename") << QStringLiteral("btn_modifyDriverShowName_")
-                            << QStringLiteral("Modify printer name");
-    QTest::newRow("customized") << QStringLiteral("btn_installCustomizedPrinterDriver_")
-                                << QStringLiteral("Customize printer");
-    QTest::newRow("import") << QStringLiteral("btn_importDriverPackage_") << QStringLiteral("Import printer");
-    QTest::newRow("export") << QStringLiteral("btn_exportDriverPackage_") << QStringLiteral("Export printer");
-    QTest::newRow("quit") << QStringLiteral("btn_quit_") << QStringLiteral("Quit");
-}
-
 void ManagementDialogsEnglishTest::managerDialog_texts()
 {
-    QFETCH(QString, objectName);
-    QFETCH(QString, english);
     PrinterDriverManagerDlg dialog(nullptr);
-    QCOMPARE(textOf(&dialog, objectName), english);
+    FormTable::verifyWidgets(&dialog, managerDialogWidgets);
     QCOMPARE(dialog.windowTitle(), QStringLiteral("Printer management"));
     QCOMPARE(dialog.framelessTitleBar()->labelText()->text(), QStringLiteral("Printer management"));
 }

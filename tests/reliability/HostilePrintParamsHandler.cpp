@@ -1,24 +1,16 @@
 // This file defines the library's two factories: see PrintParamsFactories.h.
 #define BEXUIPRINTPARAMSPROCESSING_LIBRARY
 #include "HostilePrintParamsHandler.h"
-#include "PrintParamsFactories.h"
 
 #include <climits>
 #include <cstring>
 
-namespace {
+BEX_SCRIPTED_PRINT_PARAMS_FACTORIES()
 
-HostilePrintParamsHandler *nextHandler = nullptr;
+namespace {
 
 // Far more channels than any printer has.
 constexpr std::int32_t beyondChannelCount = 1000;
-
-template <std::size_t N>
-void setField(char (&field)[N], const QByteArray &text)
-{
-    std::memset(field, 0, N);
-    std::memcpy(field, text.constData(), std::min<std::size_t>(std::size_t(text.size()), N - 1));
-}
 
 // The whole field, last byte included, without a terminating zero.
 template <std::size_t N>
@@ -29,21 +21,6 @@ void fillField(char (&field)[N], char first)
 }
 
 } // namespace
-
-extern "C" {
-IUIPrintParamsHandler *CreateUIPrintParamsHandler()
-{
-    HostilePrintParamsHandler *handler = nextHandler;
-    nextHandler = nullptr;
-    return handler;
-}
-
-void DestroyUIPrintParamsHandler(IUIPrintParamsHandler *handler)
-{
-    delete handler;
-}
-}
-BEX_PRINT_PARAMS_FACTORIES_REPLACE_IMPORTS()
 
 QList<HostilePrintParamsHandler::Case> HostilePrintParamsHandler::allCases()
 {
@@ -73,21 +50,28 @@ QString HostilePrintParamsHandler::caseName(Case c)
 }
 
 HostilePrintParamsHandler::HostilePrintParamsHandler(Case c)
-    : case_(c)
-{}
+    : ScriptedPrintParamsHandler(CallLog::NamesOnly)
+    , case_(c)
+{
+    // Every setter but SelectPrinterDriverPrs fails on null records.
+    const bool agrees = c != Case::NullRecords;
+    deleteResult = agrees;
+    renameResult = agrees;
+    setEnumResult = agrees;
+    commitResult = agrees;
+    setChannelResult = agrees;
+    setIccResult = agrees;
+    setInkOrderResult = agrees;
+    // A C string has no capacity to fill: the longest honest answer.
+    if (c == Case::UnterminatedTexts)
+        curDriverName = QString(4096, QLatin1Char(fill));
+    else if (c != Case::NullRecords)
+        curDriverName = QStringLiteral("Hostile");
+    if (c != Case::NullRecords)
+        curDriverPdvName = QStringLiteral("hostile.pdv");
+}
 
 HostilePrintParamsHandler::~HostilePrintParamsHandler() = default;
-
-void HostilePrintParamsHandler::setNextHandler(HostilePrintParamsHandler *handler)
-{
-    nextHandler = handler;
-}
-
-int HostilePrintParamsHandler::round(const QString &name)
-{
-    calls << name;
-    return ++rounds_[name];
-}
 
 std::int32_t HostilePrintParamsHandler::claimedCount(int held, int round) const
 {
@@ -116,10 +100,10 @@ std::unique_ptr<printerInfoItem> HostilePrintParamsHandler::makeDriverItem(int i
     }
     const QByteArray suffix =
         case_ == Case::ChangingRecords ? "-r" + QByteArray::number(round) : QByteArray();
-    setField(item->piiId, "hostile-" + QByteArray::number(index) + suffix);
-    setField(item->piiName, "Hostile " + QByteArray::number(index) + suffix);
-    setField(item->piiShowName, QStringLiteral("恶意驱动 %1").arg(index).toLocal8Bit() + suffix);
-    setField(item->piiPrs, existingPrs.toLocal8Bit());
+    setText(item->piiId, "hostile-" + QByteArray::number(index) + suffix);
+    setText(item->piiName, "Hostile " + QByteArray::number(index) + suffix);
+    setText(item->piiShowName, QStringLiteral("恶意驱动 %1").arg(index).toLocal8Bit() + suffix);
+    setText(item->piiPrs, existingPrs.toLocal8Bit());
     return item;
 }
 
@@ -133,14 +117,14 @@ std::unique_ptr<HostilePrintParamsHandler::EnumStorage> HostilePrintParamsHandle
         if (case_ == Case::UnterminatedTexts)
             std::memset(storage->values[i], fill, kEnumValueSize);
         else
-            setField(storage->values[i], QByteArray::number(360 * (i + 1)) + "x720");
+            setText(storage->values[i], QByteArray::number(360 * (i + 1)) + "x720");
     }
     storage->item = std::make_unique<printerEnumItem>();
     printerEnumItem &item = *storage->item;
     if (case_ == Case::UnterminatedTexts)
         fillField(item.key, 'K');
     else
-        setField(item.key, "Kind" + QByteArray::number(kind));
+        setText(item.key, "Kind" + QByteArray::number(kind));
     item.values = case_ == Case::NullRecords ? nullptr : storage->values.get();
     item.valueSize = claimedCount(held, round);
     switch (case_) {
@@ -164,14 +148,13 @@ std::unique_ptr<HostilePrintParamsHandler::EnumStorage> HostilePrintParamsHandle
     return storage;
 }
 
-void HostilePrintParamsHandler::GetAllPrinterDriverList(std::list<printerInfoItem *> &list)
+void HostilePrintParamsHandler::answerDriverList(std::list<printerInfoItem *> &list, int round)
 {
-    const int r = round(QStringLiteral("GetAllPrinterDriverList"));
     if (case_ == Case::ChangingRecords || driverItems_.empty()) {
         driverItems_.clear();
-        const int count = case_ == Case::ChangingRecords ? 1 + r % 3 : 2;
+        const int count = case_ == Case::ChangingRecords ? 1 + round % 3 : 2;
         for (int i = 0; i < count; ++i)
-            driverItems_.push_back(makeDriverItem(i, r));
+            driverItems_.push_back(makeDriverItem(i, round));
     }
     switch (case_) {
     case Case::NullRecords:
@@ -191,54 +174,18 @@ void HostilePrintParamsHandler::GetAllPrinterDriverList(std::list<printerInfoIte
     }
 }
 
-printerInfoItem *HostilePrintParamsHandler::AddPrinterDriverPrs(const char *, int)
+printerInfoItem *HostilePrintParamsHandler::answerAddedDriver(int round)
 {
-    const int r = round(QStringLiteral("AddPrinterDriverPrs"));
     if (case_ == Case::NullRecords)
         return nullptr;
     if (case_ == Case::SharedRecord && !driverItems_.empty())
         return driverItems_.front().get();
-    addedItem_ = makeDriverItem(7, r);
+    addedItem_ = makeDriverItem(7, round);
     return addedItem_.get();
 }
 
-bool HostilePrintParamsHandler::DeletePrinterDriverPrs(const char *)
+void HostilePrintParamsHandler::answerEnumItemList(std::list<printerEnumItem *> &items, int round)
 {
-    round(QStringLiteral("DeletePrinterDriverPrs"));
-    return case_ != Case::NullRecords;
-}
-
-bool HostilePrintParamsHandler::SelectPrinterDriverPrs(const char *, unsigned int)
-{
-    round(QStringLiteral("SelectPrinterDriverPrs"));
-    return true;
-}
-
-const char *HostilePrintParamsHandler::GetCurDriverName()
-{
-    round(QStringLiteral("GetCurDriverName"));
-    if (case_ == Case::NullRecords)
-        return nullptr;
-    // A C string has no capacity to fill: the longest honest answer.
-    driverName_ = case_ == Case::UnterminatedTexts ? QByteArray(4096, fill) : QByteArray("Hostile");
-    return driverName_.constData();
-}
-
-const char *HostilePrintParamsHandler::GetCurDriverPdvName()
-{
-    round(QStringLiteral("GetCurDriverPdvName"));
-    return case_ == Case::NullRecords ? nullptr : "hostile.pdv";
-}
-
-bool HostilePrintParamsHandler::RechristenDriverShowName(const char *, const char *)
-{
-    round(QStringLiteral("RechristenDriverShowName"));
-    return case_ != Case::NullRecords;
-}
-
-void HostilePrintParamsHandler::GetAllEnumItemList(std::list<printerEnumItem *> &items)
-{
-    const int r = round(QStringLiteral("GetAllEnumItemList"));
     if (case_ == Case::SharedRecord) {
         printerEnumItem *shared = GetSelectEnumItem(kEnumKindResolution);
         items.push_back(shared);
@@ -247,63 +194,47 @@ void HostilePrintParamsHandler::GetAllEnumItemList(std::list<printerEnumItem *> 
     }
     enumItems_.clear();
     for (std::int32_t kind = kEnumKindResolution; kind <= kEnumKindInk; ++kind)
-        enumItems_.push_back(makeEnum(kind, r));
+        enumItems_.push_back(makeEnum(kind, round));
     if (case_ == Case::NullRecords)
         items.push_back(nullptr);
     for (const auto &storage : enumItems_)
         items.push_back(storage->item.get());
 }
 
-printerEnumItem *HostilePrintParamsHandler::GetEnumItem(std::uint32_t enumId)
+printerEnumItem *HostilePrintParamsHandler::answerEnumItem(std::uint32_t enumId, int)
 {
-    round(QStringLiteral("GetEnumItem"));
     if (case_ == Case::NullRecords)
         return nullptr;
     return GetSelectEnumItem(std::int32_t(enumId) - 1);
 }
 
-bool HostilePrintParamsHandler::SetEnumItem(std::uint32_t, std::int32_t)
+std::int32_t HostilePrintParamsHandler::answerModeId(int round)
 {
-    round(QStringLiteral("SetEnumItem"));
-    return case_ != Case::NullRecords;
-}
-
-bool HostilePrintParamsHandler::CommitPrinterDriverPrs(int)
-{
-    round(QStringLiteral("CommitPrinterDriverPrs"));
-    return case_ != Case::NullRecords;
-}
-
-std::int32_t HostilePrintParamsHandler::GetCurModeId()
-{
-    const int r = round(QStringLiteral("GetCurModeId"));
     switch (case_) {
     case Case::NegativeCounts:
         return -1;
     case Case::HugeCounts:
         return INT_MAX;
     case Case::ChangingRecords:
-        return r;
+        return round;
     default:
         return 7;
     }
 }
 
-printerEnumItem *HostilePrintParamsHandler::GetSelectEnumItem(std::int32_t kind)
+printerEnumItem *HostilePrintParamsHandler::answerSelectEnumItem(std::int32_t kind, int round)
 {
-    const int r = round(QStringLiteral("GetSelectEnumItem"));
     if (case_ == Case::NullRecords)
         return nullptr;
     // SharedRecord: one record, made once, for every kind.
     if (case_ != Case::SharedRecord || !selectedEnum_)
-        selectedEnum_ = makeEnum(kind, r);
+        selectedEnum_ = makeEnum(kind, round);
     return selectedEnum_->item.get();
 }
 
-printerChannelColorInfo *HostilePrintParamsHandler::GetChannelColorInfo()
+printerChannelColorInfo *HostilePrintParamsHandler::answerChannelColorInfo(int round)
 {
-    const int r = round(QStringLiteral("GetChannelColorInfo"));
-    const int held = case_ == Case::ChangingRecords ? 1 + r % heldChannels : heldChannels;
+    const int held = case_ == Case::ChangingRecords ? 1 + round % heldChannels : heldChannels;
     auto storage = std::make_unique<ChannelStorage>();
     storage->channels.resize(std::size_t(held));
     static const char *const names[] = {"C", "White", "Varnish", "K"};
@@ -314,51 +245,37 @@ printerChannelColorInfo *HostilePrintParamsHandler::GetChannelColorInfo()
         if (case_ == Case::UnterminatedTexts)
             fillField(channel.iciName, char('a' + i));
         else
-            setField(channel.iciName, names[i % heldChannels]);
+            setText(channel.iciName, names[i % heldChannels]);
     }
     storage->info = std::make_unique<printerChannelColorInfo>();
     storage->info->channels = case_ == Case::NullRecords ? nullptr : storage->channels.data();
-    storage->info->pcciChanneNum = claimedCount(held, r);
+    storage->info->pcciChanneNum = claimedCount(held, round);
     channels_ = std::move(storage);
     return channels_->info.get();
 }
 
-bool HostilePrintParamsHandler::SetChannelColorInfo(const printerChannelColorInfo *)
+printerIccColorInfo *HostilePrintParamsHandler::answerIccSettingInfo(int round)
 {
-    round(QStringLiteral("SetChannelColorInfo"));
-    return case_ != Case::NullRecords;
-}
-
-printerIccColorInfo *HostilePrintParamsHandler::GetIccSettingInfo()
-{
-    const int r = round(QStringLiteral("GetIccSettingInfo"));
     if (case_ == Case::NullRecords)
         return nullptr;
-    auto icc = std::make_unique<printerIccColorInfo>();
+    auto record = std::make_unique<printerIccColorInfo>();
     if (case_ == Case::UnterminatedTexts) {
-        fillField(icc->iccFilePath_RGB, 'R');
-        fillField(icc->iccFilePath_CMYK, 'C');
-        fillField(icc->iccFilePath_OUTPUT, 'O');
+        fillField(record->iccFilePath_RGB, 'R');
+        fillField(record->iccFilePath_CMYK, 'C');
+        fillField(record->iccFilePath_OUTPUT, 'O');
     } else {
-        const QByteArray suffix = case_ == Case::ChangingRecords ? QByteArray::number(r) : QByteArray();
-        setField(icc->iccFilePath_RGB, "rgb" + suffix + ".icc");
-        setField(icc->iccFilePath_CMYK, "cmyk" + suffix + ".icc");
-        setField(icc->iccFilePath_OUTPUT, "output" + suffix + ".icc");
+        const QByteArray suffix = case_ == Case::ChangingRecords ? QByteArray::number(round) : QByteArray();
+        setText(record->iccFilePath_RGB, "rgb" + suffix + ".icc");
+        setText(record->iccFilePath_CMYK, "cmyk" + suffix + ".icc");
+        setText(record->iccFilePath_OUTPUT, "output" + suffix + ".icc");
     }
-    icc->iccIntentType = case_ == Case::NegativeCounts ? -1 : case_ == Case::HugeCounts ? INT_MAX : 0;
-    icc_ = std::move(icc);
+    record->iccIntentType = case_ == Case::NegativeCounts ? -1 : case_ == Case::HugeCounts ? INT_MAX : 0;
+    icc_ = std::move(record);
     return icc_.get();
 }
 
-bool HostilePrintParamsHandler::SetIccSettingInfo(const printerIccColorInfo *)
+bool HostilePrintParamsHandler::answerDpi(std::int32_t, std::uint32_t &x, std::uint32_t &y, int round)
 {
-    round(QStringLiteral("SetIccSettingInfo"));
-    return case_ != Case::NullRecords;
-}
-
-bool HostilePrintParamsHandler::GetSelectEnumItemDpi(std::int32_t, std::uint32_t &x, std::uint32_t &y)
-{
-    const int r = round(QStringLiteral("GetSelectEnumItemDpi"));
     switch (case_) {
     case Case::NullRecords:
     case Case::NegativeCounts:
@@ -368,8 +285,8 @@ bool HostilePrintParamsHandler::GetSelectEnumItemDpi(std::int32_t, std::uint32_t
         y = UINT32_MAX;
         return true;
     case Case::ChangingRecords:
-        x = std::uint32_t(100 * r);
-        y = std::uint32_t(200 * r);
+        x = std::uint32_t(100 * round);
+        y = std::uint32_t(200 * round);
         return true;
     default:
         x = 720;
@@ -378,12 +295,11 @@ bool HostilePrintParamsHandler::GetSelectEnumItemDpi(std::int32_t, std::uint32_t
     }
 }
 
-printerInkOrderInfo *HostilePrintParamsHandler::GetInkOrderInfo()
+printerInkOrderInfo *HostilePrintParamsHandler::answerInkOrderInfo(int round)
 {
-    const int r = round(QStringLiteral("GetInkOrderInfo"));
     // CountsBeyondRecord: one ink more than there are channels, and the
     // arrays hold it.
-    int held = case_ == Case::ChangingRecords ? 1 + r % heldChannels : heldChannels;
+    int held = case_ == Case::ChangingRecords ? 1 + round % heldChannels : heldChannels;
     if (case_ == Case::CountsBeyondRecord)
         held = heldChannels + 1;
     auto storage = std::make_unique<InkOrderStorage>();
@@ -404,13 +320,7 @@ printerInkOrderInfo *HostilePrintParamsHandler::GetInkOrderInfo()
     const bool nullArrays = case_ == Case::NullRecords;
     storage->info->pioiInkOrder = nullArrays ? nullptr : storage->order.data();
     storage->info->PioiInkOFFON = nullArrays ? nullptr : storage->onOff.data();
-    storage->info->pioiInkNum = case_ == Case::CountsBeyondRecord ? held : claimedCount(held, r);
+    storage->info->pioiInkNum = case_ == Case::CountsBeyondRecord ? held : claimedCount(held, round);
     inkOrder_ = std::move(storage);
     return inkOrder_->info.get();
-}
-
-bool HostilePrintParamsHandler::SetInkOrderInfo(const printerInkOrderInfo *)
-{
-    round(QStringLiteral("SetInkOrderInfo"));
-    return case_ != Case::NullRecords;
 }
