@@ -55,18 +55,18 @@ class HostStyleTest : public QObject
     Q_OBJECT
 
 private slots:
-    void shouldListTheHostRulesInTheReadme();
-    void shouldPutTheHostRulesAfterTheModuleSheet();
-    void shouldApplyTheSheetToTheApplicationOnlyInTheStyledRun();
-    void shouldGiveMessageBoxButtonsAReadableSize();
-    void shouldDrawMessageBoxButtonTextReadablyInEveryState_data();
-    void shouldDrawMessageBoxButtonTextReadablyInEveryState();
-    void shouldShowUsableButtonsInTheModulesMessageBox();
-    void shouldSizeTheDialogButtons_data();
-    void shouldSizeTheDialogButtons();
+    void readme_listsTheHostRules();
+    void hostStyle_putsTheHostRulesAfterTheModuleSheet();
+    void styleSheet_isAppliedToTheApplicationOnlyInTheStyledRun();
+    void hostRules_giveMessageBoxButtonsAReadableSize();
+    void hostRules_drawMessageBoxButtonTextReadablyInEveryState_data();
+    void hostRules_drawMessageBoxButtonTextReadablyInEveryState();
+    void hostRules_makeTheModulesMessageBoxButtonsUsable();
+    void hostRules_sizeTheDialogButtons_data();
+    void hostRules_sizeTheDialogButtons();
 };
 
-void HostStyleTest::shouldListTheHostRulesInTheReadme()
+void HostStyleTest::readme_listsTheHostRules()
 {
     const QString rules = HostStyle::hostRules();
     QVERIFY(rules.contains(QStringLiteral("QPushButton#framelessMessageBox_btn")));
@@ -74,14 +74,14 @@ void HostStyleTest::shouldListTheHostRulesInTheReadme()
     QVERIFY2(readme.contains(rules), "the README's host rules differ from examples/common/host_rules.qss");
 }
 
-void HostStyleTest::shouldPutTheHostRulesAfterTheModuleSheet()
+void HostStyleTest::hostStyle_putsTheHostRulesAfterTheModuleSheet()
 {
     const QString moduleSheet = readFile(HostStyle::moduleStyleSheetPath());
     QVERIFY(!moduleSheet.isEmpty());
     QCOMPARE(HostStyle::applicationStyleSheet(), moduleSheet + QLatin1Char('\n') + HostStyle::hostRules());
 }
 
-void HostStyleTest::shouldApplyTheSheetToTheApplicationOnlyInTheStyledRun()
+void HostStyleTest::styleSheet_isAppliedToTheApplicationOnlyInTheStyledRun()
 {
     if (qEnvironmentVariableIsEmpty("BEX_TEST_STYLE_SHEET"))
         QVERIFY(qApp->styleSheet().isEmpty());
@@ -89,7 +89,7 @@ void HostStyleTest::shouldApplyTheSheetToTheApplicationOnlyInTheStyledRun()
         QCOMPARE(qApp->styleSheet(), HostStyle::applicationStyleSheet());
 }
 
-void HostStyleTest::shouldGiveMessageBoxButtonsAReadableSize()
+void HostStyleTest::hostRules_giveMessageBoxButtonsAReadableSize()
 {
     QWidget window;
     window.setStyleSheet(HostStyle::applicationStyleSheet());
@@ -109,7 +109,7 @@ void HostStyleTest::shouldGiveMessageBoxButtonsAReadableSize()
              QApplication::palette().color(QPalette::ButtonText));
 }
 
-void HostStyleTest::shouldDrawMessageBoxButtonTextReadablyInEveryState_data()
+void HostStyleTest::hostRules_drawMessageBoxButtonTextReadablyInEveryState_data()
 {
     QTest::addColumn<ButtonState>("state");
     QTest::addColumn<QColor>("background");
@@ -121,7 +121,7 @@ void HostStyleTest::shouldDrawMessageBoxButtonTextReadablyInEveryState_data()
     QTest::newRow("disabled") << ButtonState::Disabled << QColor(20, 20, 20) << QColor(160, 160, 160);
 }
 
-void HostStyleTest::shouldDrawMessageBoxButtonTextReadablyInEveryState()
+void HostStyleTest::hostRules_drawMessageBoxButtonTextReadablyInEveryState()
 {
     QFETCH(ButtonState, state);
     QFETCH(QColor, background);
@@ -163,7 +163,7 @@ void HostStyleTest::shouldDrawMessageBoxButtonTextReadablyInEveryState()
 
 // The module's own box, as a host shows it: both buttons large enough to
 // hit and labelled in white.
-void HostStyleTest::shouldShowUsableButtonsInTheModulesMessageBox()
+void HostStyleTest::hostRules_makeTheModulesMessageBoxButtonsUsable()
 {
     const QString previousSheet = qApp->styleSheet();
     qApp->setStyleSheet(HostStyle::applicationStyleSheet());
@@ -208,7 +208,7 @@ void HostStyleTest::shouldShowUsableButtonsInTheModulesMessageBox()
         QCOMPARE(colour, QColor(Qt::white));
 }
 
-void HostStyleTest::shouldSizeTheDialogButtons_data()
+void HostStyleTest::hostRules_sizeTheDialogButtons_data()
 {
     QTest::addColumn<QByteArray>("property");
     QTest::addColumn<QSize>("minimum");
@@ -216,7 +216,7 @@ void HostStyleTest::shouldSizeTheDialogButtons_data()
     QTest::newRow("small") << QByteArray("defaultStyle_small") << QSize(60, 22);
 }
 
-void HostStyleTest::shouldSizeTheDialogButtons()
+void HostStyleTest::hostRules_sizeTheDialogButtons()
 {
     QFETCH(QByteArray, property);
     QFETCH(QSize, minimum);

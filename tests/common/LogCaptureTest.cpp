@@ -30,13 +30,13 @@ class LogCaptureTest : public QObject
     Q_OBJECT
 
 private slots:
-    void recordsLevelAndMessageAndPassesLinesOn();
-    void innerCaptureLeavesOuterCaptureRecording();
-    void capturesStopRecordingWhenGone();
-    void findMatchesLevelAndText();
+    void capture_recordsLevelAndMessageAndPassesLinesOn();
+    void innerCapture_leavesTheOuterCaptureRecording();
+    void capture_stopsRecordingWhenGone();
+    void find_matchesLevelAndText();
 };
 
-void LogCaptureTest::recordsLevelAndMessageAndPassesLinesOn()
+void LogCaptureTest::capture_recordsLevelAndMessageAndPassesLinesOn()
 {
     forwarded.clear();
     const QtMessageHandler before = qInstallMessageHandler(recordForwarded);
@@ -52,7 +52,7 @@ void LogCaptureTest::recordsLevelAndMessageAndPassesLinesOn()
     QCOMPARE(forwarded, QStringList{QStringLiteral("one warning")});
 }
 
-void LogCaptureTest::innerCaptureLeavesOuterCaptureRecording()
+void LogCaptureTest::innerCapture_leavesTheOuterCaptureRecording()
 {
     forwarded.clear();
     const QtMessageHandler before = qInstallMessageHandler(recordForwarded);
@@ -74,7 +74,7 @@ void LogCaptureTest::innerCaptureLeavesOuterCaptureRecording()
                                      QStringLiteral("after inner")}));
 }
 
-void LogCaptureTest::capturesStopRecordingWhenGone()
+void LogCaptureTest::capture_stopsRecordingWhenGone()
 {
     LogCapture outer;
     {
@@ -84,7 +84,7 @@ void LogCaptureTest::capturesStopRecordingWhenGone()
     QCOMPARE(messages(outer), QStringList{QStringLiteral("outer only")});
 }
 
-void LogCaptureTest::findMatchesLevelAndText()
+void LogCaptureTest::find_matchesLevelAndText()
 {
     LogCapture log;
     qWarning("findable line");

@@ -28,12 +28,12 @@ class LoggingRulesTest : public QObject
     Q_OBJECT
 
 private slots:
-    void environmentRulesSilenceDebugLinesOfTheirCategory();
-    void environmentRulesLeaveOtherLevelsAndCategories();
-    void silencedDebugLinesAreNotEvaluated();
+    void environmentRules_silenceDebugLinesOfTheirCategory();
+    void environmentRules_leaveOtherLevelsAndCategories();
+    void silencedDebugLines_areNotEvaluated();
 };
 
-void LoggingRulesTest::environmentRulesSilenceDebugLinesOfTheirCategory()
+void LoggingRulesTest::environmentRules_silenceDebugLinesOfTheirCategory()
 {
     LogCapture log;
     BEX_DEBUG(lcConfig) << "config trace";
@@ -43,7 +43,7 @@ void LoggingRulesTest::environmentRulesSilenceDebugLinesOfTheirCategory()
     QVERIFY2(!log.contains(QtDebugMsg, QStringLiteral("bShowIccDetail:")), qPrintable(log.dump()));
 }
 
-void LoggingRulesTest::environmentRulesLeaveOtherLevelsAndCategories()
+void LoggingRulesTest::environmentRules_leaveOtherLevelsAndCategories()
 {
     LogCapture log;
     BEX_WARNING(lcConfig) << "config warning";
@@ -53,7 +53,7 @@ void LoggingRulesTest::environmentRulesLeaveOtherLevelsAndCategories()
     QCOMPARE(log.count(QtDebugMsg, QStringLiteral("manager trace")), 1);
 }
 
-void LoggingRulesTest::silencedDebugLinesAreNotEvaluated()
+void LoggingRulesTest::silencedDebugLines_areNotEvaluated()
 {
     evaluations = 0;
     LogCapture log;

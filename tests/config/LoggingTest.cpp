@@ -14,16 +14,16 @@ class LoggingTest : public QObject
     Q_OBJECT
 
 private slots:
-    void sourcePathIsTrimmedToTheProject_data();
-    void sourcePathIsTrimmedToTheProject();
-    void lineCarriesFileLineFunctionAndCategory();
-    void eachMacroWritesAtItsLevel();
-    void moduleLinesNameTheirSourceFileWithoutExtension();
-    void categoriesAreNamedUnderBexDriverui_data();
-    void categoriesAreNamedUnderBexDriverui();
+    void sourcePath_isTrimmedToTheProject_data();
+    void sourcePath_isTrimmedToTheProject();
+    void logLine_carriesFileLineFunctionAndCategory();
+    void macros_writeEachAtItsLevel();
+    void moduleLines_nameTheirSourceFileWithoutExtension();
+    void categories_areNamedUnderBexDriverui_data();
+    void categories_areNamedUnderBexDriverui();
 };
 
-void LoggingTest::sourcePathIsTrimmedToTheProject_data()
+void LoggingTest::sourcePath_isTrimmedToTheProject_data()
 {
     using bex::logging::trimSourcePath;
     QTest::addColumn<QString>("trimmed");
@@ -51,14 +51,14 @@ void LoggingTest::sourcePathIsTrimmedToTheProject_data()
         << QString::fromUtf8(outside.text) << QStringLiteral("/elsewhere/source/File");
 }
 
-void LoggingTest::sourcePathIsTrimmedToTheProject()
+void LoggingTest::sourcePath_isTrimmedToTheProject()
 {
     QFETCH(QString, trimmed);
     QFETCH(QString, expected);
     QCOMPARE(trimmed, expected);
 }
 
-void LoggingTest::lineCarriesFileLineFunctionAndCategory()
+void LoggingTest::logLine_carriesFileLineFunctionAndCategory()
 {
     LogCapture log;
     BEX_DEBUG(lcConfig) << "probe" << 42;
@@ -74,7 +74,7 @@ void LoggingTest::lineCarriesFileLineFunctionAndCategory()
     QCOMPARE(entry.category, QStringLiteral("bex.driverui.config"));
 }
 
-void LoggingTest::eachMacroWritesAtItsLevel()
+void LoggingTest::macros_writeEachAtItsLevel()
 {
     LogCapture log;
     BEX_DEBUG(lcManager) << "debug line";
@@ -92,7 +92,7 @@ void LoggingTest::eachMacroWritesAtItsLevel()
         QCOMPARE(entry.category, QStringLiteral("bex.driverui.manager"));
 }
 
-void LoggingTest::moduleLinesNameTheirSourceFileWithoutExtension()
+void LoggingTest::moduleLines_nameTheirSourceFileWithoutExtension()
 {
     const std::shared_ptr<PrinterDriverConfig> config = PrinterDriverConfig::instance();
     LogCapture log;
@@ -113,7 +113,7 @@ void LoggingTest::moduleLinesNameTheirSourceFileWithoutExtension()
     QVERIFY(failures.first().line > 0);
 }
 
-void LoggingTest::categoriesAreNamedUnderBexDriverui_data()
+void LoggingTest::categories_areNamedUnderBexDriverui_data()
 {
     QTest::addColumn<QString>("name");
     QTest::addColumn<QString>("expected");
@@ -131,7 +131,7 @@ void LoggingTest::categoriesAreNamedUnderBexDriverui_data()
                                << QStringLiteral("bex.driverui.frameless");
 }
 
-void LoggingTest::categoriesAreNamedUnderBexDriverui()
+void LoggingTest::categories_areNamedUnderBexDriverui()
 {
     QFETCH(QString, name);
     QFETCH(QString, expected);

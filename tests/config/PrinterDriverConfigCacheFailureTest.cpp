@@ -25,8 +25,8 @@ class PrinterDriverConfigCacheFailureTest : public QObject
 private slots:
     void initTestCase();
     void cleanupTestCase();
-    void unmakeableCacheDirectoryIsLoggedAsCritical();
-    void settingsStillWorkWithoutCacheDirectory();
+    void cacheDirectory_unmakeable_isLoggedAsCritical();
+    void settings_withoutCacheDirectory_stillWork();
 
 private:
     std::unique_ptr<LogCapture> creationLog_;
@@ -47,7 +47,7 @@ void PrinterDriverConfigCacheFailureTest::cleanupTestCase()
     TestAppDir::remove(cacheName);
 }
 
-void PrinterDriverConfigCacheFailureTest::unmakeableCacheDirectoryIsLoggedAsCritical()
+void PrinterDriverConfigCacheFailureTest::cacheDirectory_unmakeable_isLoggedAsCritical()
 {
     const QList<LogCapture::Entry> failures = creationLog_->find(QtCriticalMsg, QStringLiteral("创建失败"));
     QVERIFY2(failures.size() == 1, qPrintable(creationLog_->dump()));
@@ -61,7 +61,7 @@ void PrinterDriverConfigCacheFailureTest::unmakeableCacheDirectoryIsLoggedAsCrit
     QVERIFY(QFileInfo(TestAppDir::filePath(cacheName)).isFile());
 }
 
-void PrinterDriverConfigCacheFailureTest::settingsStillWorkWithoutCacheDirectory()
+void PrinterDriverConfigCacheFailureTest::settings_withoutCacheDirectory_stillWork()
 {
     QCOMPARE(config_->saveRootDir().isEmpty(), false);
     const bool prompt = !config_->bPromptDriverPropertyDlg();

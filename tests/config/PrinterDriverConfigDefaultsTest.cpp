@@ -22,11 +22,11 @@ class PrinterDriverConfigDefaultsTest : public QObject
 
 private slots:
     void initTestCase();
-    void withoutFileEverySettingHasItsDefault();
-    void withoutFileTheWindowRecordIsOriginAndInvalidSize();
-    void creationLogsEveryFlagRead();
-    void creationMakesTheCacheDirectoryAndLogsNoFailure();
-    void creationDoesNotWriteTheFile();
+    void settings_withoutFile_everySettingHasItsDefault();
+    void windowRecord_withoutFile_isOriginAndInvalidSize();
+    void creation_logsEveryFlagRead();
+    void creation_makesTheCacheDirectoryAndLogsNoFailure();
+    void creation_doesNotWriteTheFile();
 
 private:
     std::unique_ptr<LogCapture> creationLog_;
@@ -42,7 +42,7 @@ void PrinterDriverConfigDefaultsTest::initTestCase()
     QVERIFY(config_);
 }
 
-void PrinterDriverConfigDefaultsTest::withoutFileEverySettingHasItsDefault()
+void PrinterDriverConfigDefaultsTest::settings_withoutFile_everySettingHasItsDefault()
 {
     QCOMPARE(config_->saveRootDir(), QStringLiteral("D:"));
     QCOMPARE(config_->openRootDir(), QStringLiteral("D:"));
@@ -56,14 +56,14 @@ void PrinterDriverConfigDefaultsTest::withoutFileEverySettingHasItsDefault()
     QCOMPARE(config_->bPromptDriverPropertyDlg(), true);
 }
 
-void PrinterDriverConfigDefaultsTest::withoutFileTheWindowRecordIsOriginAndInvalidSize()
+void PrinterDriverConfigDefaultsTest::windowRecord_withoutFile_isOriginAndInvalidSize()
 {
     QCOMPARE(config_->windowPos(), QPoint(0, 0));
     QCOMPARE(config_->windowSize(), QSize(-1, -1));
     QVERIFY(!config_->windowSize().isValid());
 }
 
-void PrinterDriverConfigDefaultsTest::creationLogsEveryFlagRead()
+void PrinterDriverConfigDefaultsTest::creation_logsEveryFlagRead()
 {
     const QStringList expected{
         QStringLiteral("bShowIccDetail: true"),           QStringLiteral("bShowInkDetail: false"),
@@ -82,7 +82,7 @@ void PrinterDriverConfigDefaultsTest::creationLogsEveryFlagRead()
     QCOMPARE(messages, expected);
 }
 
-void PrinterDriverConfigDefaultsTest::creationMakesTheCacheDirectoryAndLogsNoFailure()
+void PrinterDriverConfigDefaultsTest::creation_makesTheCacheDirectoryAndLogsNoFailure()
 {
     QVERIFY(QFileInfo(TestAppDir::filePath(QStringLiteral("cache"))).isDir());
     QCOMPARE(config_->tempDir(), TestAppDir::filePath(QStringLiteral("cache/")));
@@ -90,7 +90,7 @@ void PrinterDriverConfigDefaultsTest::creationMakesTheCacheDirectoryAndLogsNoFai
              qPrintable(creationLog_->dump()));
 }
 
-void PrinterDriverConfigDefaultsTest::creationDoesNotWriteTheFile()
+void PrinterDriverConfigDefaultsTest::creation_doesNotWriteTheFile()
 {
     QVERIFY(!QFileInfo::exists(TestAppDir::filePath(iniName)));
 }

@@ -92,25 +92,25 @@ class PrinterDriverConfigTest : public QObject
     Q_OBJECT
 
 private slots:
-    void instanceIsSharedByEveryCaller();
-    void directoriesDeriveFromTheApplicationDirectory_data();
-    void directoriesDeriveFromTheApplicationDirectory();
-    void iccDirectoriesContainSpaceAndEndInSlash_data();
-    void iccDirectoriesContainSpaceAndEndInSlash();
-    void cacheDirectoryIsCreatedButDtpDirectoriesAreNot();
-    void unchangedValueDoesNotCreateTheFile_data();
-    void unchangedValueDoesNotCreateTheFile();
-    void unchangedValueDoesNotModifyTheFile_data();
-    void unchangedValueDoesNotModifyTheFile();
-    void setterWritesExactlyItsKeyAndValueType_data();
-    void setterWritesExactlyItsKeyAndValueType();
-    void windowRecordIsWrittenEvenWhenUnchanged();
-    void windowRecordWritesPointAndSizeValues();
-    void readConfigReadsEveryKey();
-    void readConfigLogsEveryFlag();
+    void instance_isSharedByEveryCaller();
+    void directories_deriveFromTheApplicationDirectory_data();
+    void directories_deriveFromTheApplicationDirectory();
+    void iccDirectories_containSpaceAndEndInSlash_data();
+    void iccDirectories_containSpaceAndEndInSlash();
+    void directories_cacheOneIsCreatedButDtpOnesAreNot();
+    void setter_unchangedValue_doesNotCreateTheFile_data();
+    void setter_unchangedValue_doesNotCreateTheFile();
+    void setter_unchangedValue_doesNotModifyTheFile_data();
+    void setter_unchangedValue_doesNotModifyTheFile();
+    void setter_writesExactlyItsKeyAndValueType_data();
+    void setter_writesExactlyItsKeyAndValueType();
+    void windowRecord_unchanged_isWrittenAnyway();
+    void windowRecord_writesPointAndSizeValues();
+    void readConfig_readsEveryKey();
+    void readConfig_logsEveryFlag();
 };
 
-void PrinterDriverConfigTest::instanceIsSharedByEveryCaller()
+void PrinterDriverConfigTest::instance_isSharedByEveryCaller()
 {
     const std::shared_ptr<PrinterDriverConfig> first = PrinterDriverConfig::instance();
     const long users = first.use_count();
@@ -120,7 +120,7 @@ void PrinterDriverConfigTest::instanceIsSharedByEveryCaller()
     QCOMPARE(first.use_count(), users + 1);
 }
 
-void PrinterDriverConfigTest::directoriesDeriveFromTheApplicationDirectory_data()
+void PrinterDriverConfigTest::directories_deriveFromTheApplicationDirectory_data()
 {
     QTest::addColumn<QString>("actual");
     QTest::addColumn<QString>("expected");
@@ -139,14 +139,14 @@ void PrinterDriverConfigTest::directoriesDeriveFromTheApplicationDirectory_data(
     QTest::newRow("driverDir") << c->driverDir() << app + QStringLiteral("/dtp/driver/");
 }
 
-void PrinterDriverConfigTest::directoriesDeriveFromTheApplicationDirectory()
+void PrinterDriverConfigTest::directories_deriveFromTheApplicationDirectory()
 {
     QFETCH(QString, actual);
     QFETCH(QString, expected);
     QCOMPARE(actual, expected);
 }
 
-void PrinterDriverConfigTest::iccDirectoriesContainSpaceAndEndInSlash_data()
+void PrinterDriverConfigTest::iccDirectories_containSpaceAndEndInSlash_data()
 {
     QTest::addColumn<QString>("dir");
     const auto c = config();
@@ -155,7 +155,7 @@ void PrinterDriverConfigTest::iccDirectoriesContainSpaceAndEndInSlash_data()
     QTest::newRow("OUTPUT") << c->iccOutputDir();
 }
 
-void PrinterDriverConfigTest::iccDirectoriesContainSpaceAndEndInSlash()
+void PrinterDriverConfigTest::iccDirectories_containSpaceAndEndInSlash()
 {
     QFETCH(QString, dir);
     QVERIFY2(dir.contains(QStringLiteral("ICC Profile")), qPrintable(dir));
@@ -163,7 +163,7 @@ void PrinterDriverConfigTest::iccDirectoriesContainSpaceAndEndInSlash()
     QVERIFY2(dir.startsWith(config()->dtpBinDir()), qPrintable(dir));
 }
 
-void PrinterDriverConfigTest::cacheDirectoryIsCreatedButDtpDirectoriesAreNot()
+void PrinterDriverConfigTest::directories_cacheOneIsCreatedButDtpOnesAreNot()
 {
     const auto c = config();
     QVERIFY(QFileInfo(c->tempDir()).isDir());
@@ -171,14 +171,14 @@ void PrinterDriverConfigTest::cacheDirectoryIsCreatedButDtpDirectoriesAreNot()
     QVERIFY(!QFileInfo::exists(c->driverDir()));
 }
 
-void PrinterDriverConfigTest::unchangedValueDoesNotCreateTheFile_data()
+void PrinterDriverConfigTest::setter_unchangedValue_doesNotCreateTheFile_data()
 {
     QTest::addColumn<int>("setting");
     for (int i = 0; i < settings().size(); ++i)
         QTest::newRow(settings().at(i).name) << i;
 }
 
-void PrinterDriverConfigTest::unchangedValueDoesNotCreateTheFile()
+void PrinterDriverConfigTest::setter_unchangedValue_doesNotCreateTheFile()
 {
     QFETCH(int, setting);
     const Setting &s = settings().at(setting);
@@ -191,12 +191,12 @@ void PrinterDriverConfigTest::unchangedValueDoesNotCreateTheFile()
     QVERIFY(!QFileInfo::exists(iniPath()));
 }
 
-void PrinterDriverConfigTest::unchangedValueDoesNotModifyTheFile_data()
+void PrinterDriverConfigTest::setter_unchangedValue_doesNotModifyTheFile_data()
 {
-    unchangedValueDoesNotCreateTheFile_data();
+    setter_unchangedValue_doesNotCreateTheFile_data();
 }
 
-void PrinterDriverConfigTest::unchangedValueDoesNotModifyTheFile()
+void PrinterDriverConfigTest::setter_unchangedValue_doesNotModifyTheFile()
 {
     QFETCH(int, setting);
     const Setting &s = settings().at(setting);
@@ -210,12 +210,12 @@ void PrinterDriverConfigTest::unchangedValueDoesNotModifyTheFile()
     QCOMPARE(QFileInfo(iniPath()).lastModified(), modified);
 }
 
-void PrinterDriverConfigTest::setterWritesExactlyItsKeyAndValueType_data()
+void PrinterDriverConfigTest::setter_writesExactlyItsKeyAndValueType_data()
 {
-    unchangedValueDoesNotCreateTheFile_data();
+    setter_unchangedValue_doesNotCreateTheFile_data();
 }
 
-void PrinterDriverConfigTest::setterWritesExactlyItsKeyAndValueType()
+void PrinterDriverConfigTest::setter_writesExactlyItsKeyAndValueType()
 {
     QFETCH(int, setting);
     const Setting &s = settings().at(setting);
@@ -240,7 +240,7 @@ void PrinterDriverConfigTest::setterWritesExactlyItsKeyAndValueType()
     }
 }
 
-void PrinterDriverConfigTest::windowRecordIsWrittenEvenWhenUnchanged()
+void PrinterDriverConfigTest::windowRecord_unchanged_isWrittenAnyway()
 {
     const auto c = config();
     c->setWindowRecord(QPoint(5, 6), QSize(640, 480));
@@ -256,7 +256,7 @@ void PrinterDriverConfigTest::windowRecordIsWrittenEvenWhenUnchanged()
     QCOMPARE(ini.value(QStringLiteral("windowRecord/size")).toSize(), QSize(640, 480));
 }
 
-void PrinterDriverConfigTest::windowRecordWritesPointAndSizeValues()
+void PrinterDriverConfigTest::windowRecord_writesPointAndSizeValues()
 {
     const auto c = config();
     QVERIFY(TestAppDir::remove(iniName));
@@ -275,7 +275,7 @@ void PrinterDriverConfigTest::windowRecordWritesPointAndSizeValues()
     QVERIFY2(text.contains(QStringLiteral("[windowRecord]")), qPrintable(text));
 }
 
-void PrinterDriverConfigTest::readConfigReadsEveryKey()
+void PrinterDriverConfigTest::readConfig_readsEveryKey()
 {
     const auto c = config();
     const bool ink = !c->bShowInkDetail();
@@ -312,7 +312,7 @@ void PrinterDriverConfigTest::readConfigReadsEveryKey()
     QCOMPARE(c->windowSize(), QSize(1024, 768));
 }
 
-void PrinterDriverConfigTest::readConfigLogsEveryFlag()
+void PrinterDriverConfigTest::readConfig_logsEveryFlag()
 {
     const auto c = config();
     LogCapture log;

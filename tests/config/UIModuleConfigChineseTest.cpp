@@ -15,12 +15,12 @@ class UIModuleConfigChineseTest : public QObject
     Q_OBJECT
 
 private slots:
-    void choosingChineseLoadsItsEmptyTranslation();
-    void textsStayChineseAfterChoosingChinese_data();
-    void textsStayChineseAfterChoosingChinese();
+    void setLanguage_chinese_loadsItsEmptyTranslation();
+    void texts_afterChoosingChinese_stayChinese_data();
+    void texts_afterChoosingChinese_stayChinese();
 };
 
-void UIModuleConfigChineseTest::choosingChineseLoadsItsEmptyTranslation()
+void UIModuleConfigChineseTest::setLanguage_chinese_loadsItsEmptyTranslation()
 {
     UIModuleConfig *config = UIModuleConfig::instance();
     if (config->language() == QLocale::Chinese)
@@ -48,12 +48,12 @@ void UIModuleConfigChineseTest::choosingChineseLoadsItsEmptyTranslation()
     QCOMPARE(refusals.first().function, ConfigSignatures::setLanguage());
 }
 
-void UIModuleConfigChineseTest::textsStayChineseAfterChoosingChinese_data()
+void UIModuleConfigChineseTest::texts_afterChoosingChinese_stayChinese_data()
 {
     addSourceTextRows();
 }
 
-void UIModuleConfigChineseTest::textsStayChineseAfterChoosingChinese()
+void UIModuleConfigChineseTest::texts_afterChoosingChinese_stayChinese()
 {
     QFETCH(QByteArray, context);
     QFETCH(QString, source);

@@ -13,29 +13,29 @@ class UIModuleConfigInitialTest : public QObject
     Q_OBJECT
 
 private slots:
-    void languageIsAnyBeforeFirstChoice();
-    void noTranslatorExistsBeforeFirstChoice();
-    void sourceTextsAreShownBeforeFirstChoice_data();
-    void sourceTextsAreShownBeforeFirstChoice();
+    void language_beforeFirstChoice_isAny();
+    void translators_beforeFirstChoice_noneExists();
+    void texts_beforeFirstChoice_areTheSourceTexts_data();
+    void texts_beforeFirstChoice_areTheSourceTexts();
 };
 
-void UIModuleConfigInitialTest::languageIsAnyBeforeFirstChoice()
+void UIModuleConfigInitialTest::language_beforeFirstChoice_isAny()
 {
     QCOMPARE(UIModuleConfig::instance()->language(), QLocale::AnyLanguage);
     QCOMPARE(int(UIModuleConfig::instance()->language()), 0);
 }
 
-void UIModuleConfigInitialTest::noTranslatorExistsBeforeFirstChoice()
+void UIModuleConfigInitialTest::translators_beforeFirstChoice_noneExists()
 {
     QVERIFY(UIModuleConfig::instance()->findChildren<QTranslator *>().isEmpty());
 }
 
-void UIModuleConfigInitialTest::sourceTextsAreShownBeforeFirstChoice_data()
+void UIModuleConfigInitialTest::texts_beforeFirstChoice_areTheSourceTexts_data()
 {
     addSourceTextRows();
 }
 
-void UIModuleConfigInitialTest::sourceTextsAreShownBeforeFirstChoice()
+void UIModuleConfigInitialTest::texts_beforeFirstChoice_areTheSourceTexts()
 {
     QFETCH(QByteArray, context);
     QFETCH(QString, source);

@@ -62,17 +62,17 @@ class UIModuleConfigTest : public QObject
     Q_OBJECT
 
 private slots:
-    void instanceIsOneObjectWithoutParent();
-    void directoriesFollowTheApplicationDirectory();
-    void sameLanguageTwiceDoesNothingTheSecondTime_data();
-    void sameLanguageTwiceDoesNothingTheSecondTime();
-    void germanIsRecordedAndLogsLoadFailure();
-    void germanLeavesTheInstalledLanguage();
-    void englishShowsEnglishTexts();
-    void englishChineseEnglishCreatesThreeTranslatorsAndInstallsThoseLoaded();
+    void instance_isOneObjectWithoutParent();
+    void directories_followTheApplicationDirectory();
+    void setLanguage_sameLanguageTwice_doesNothingTheSecondTime_data();
+    void setLanguage_sameLanguageTwice_doesNothingTheSecondTime();
+    void setLanguage_german_isRecordedAndLogsTheLoadFailure();
+    void setLanguage_german_leavesTheInstalledLanguage();
+    void setLanguage_english_showsEnglishTexts();
+    void setLanguage_englishChineseEnglish_createsThreeTranslatorsAndInstallsThoseLoaded();
 };
 
-void UIModuleConfigTest::instanceIsOneObjectWithoutParent()
+void UIModuleConfigTest::instance_isOneObjectWithoutParent()
 {
     UIModuleConfig *config = UIModuleConfig::instance();
     QVERIFY(config);
@@ -80,14 +80,14 @@ void UIModuleConfigTest::instanceIsOneObjectWithoutParent()
     QCOMPARE(config->parent(), nullptr);
 }
 
-void UIModuleConfigTest::directoriesFollowTheApplicationDirectory()
+void UIModuleConfigTest::directories_followTheApplicationDirectory()
 {
     const UIModuleConfig *config = UIModuleConfig::instance();
     QCOMPARE(config->configDir(), TestAppDir::path());
     QCOMPARE(config->cacheDir(), TestAppDir::path() + QStringLiteral("/cache"));
 }
 
-void UIModuleConfigTest::sameLanguageTwiceDoesNothingTheSecondTime_data()
+void UIModuleConfigTest::setLanguage_sameLanguageTwice_doesNothingTheSecondTime_data()
 {
     QTest::addColumn<QLocale::Language>("language");
     QTest::newRow("English") << QLocale::English;
@@ -95,7 +95,7 @@ void UIModuleConfigTest::sameLanguageTwiceDoesNothingTheSecondTime_data()
     QTest::newRow("German") << QLocale::German;
 }
 
-void UIModuleConfigTest::sameLanguageTwiceDoesNothingTheSecondTime()
+void UIModuleConfigTest::setLanguage_sameLanguageTwice_doesNothingTheSecondTime()
 {
     QFETCH(QLocale::Language, language);
     UIModuleConfig *config = UIModuleConfig::instance();
@@ -116,7 +116,7 @@ void UIModuleConfigTest::sameLanguageTwiceDoesNothingTheSecondTime()
     QCOMPARE(closeButtonText(), shown);
 }
 
-void UIModuleConfigTest::germanIsRecordedAndLogsLoadFailure()
+void UIModuleConfigTest::setLanguage_german_isRecordedAndLogsTheLoadFailure()
 {
     leaveLanguage(QLocale::German);
     UIModuleConfig *config = UIModuleConfig::instance();
@@ -140,7 +140,7 @@ void UIModuleConfigTest::germanIsRecordedAndLogsLoadFailure()
     QVERIFY2(!log.contains(QtDebugMsg, QStringLiteral("中文")), qPrintable(log.dump()));
 }
 
-void UIModuleConfigTest::germanLeavesTheInstalledLanguage()
+void UIModuleConfigTest::setLanguage_german_leavesTheInstalledLanguage()
 {
     UIModuleConfig *config = UIModuleConfig::instance();
     leaveLanguage(QLocale::English);
@@ -155,7 +155,7 @@ void UIModuleConfigTest::germanLeavesTheInstalledLanguage()
     QCOMPARE(closeButtonText(), QStringLiteral("Close"));
 }
 
-void UIModuleConfigTest::englishShowsEnglishTexts()
+void UIModuleConfigTest::setLanguage_english_showsEnglishTexts()
 {
     UIModuleConfig *config = UIModuleConfig::instance();
     leaveLanguage(QLocale::English);
@@ -173,7 +173,7 @@ void UIModuleConfigTest::englishShowsEnglishTexts()
     QCOMPARE(QCoreApplication::translate("QObject", "温馨提示"), QStringLiteral("Reminder"));
 }
 
-void UIModuleConfigTest::englishChineseEnglishCreatesThreeTranslatorsAndInstallsThoseLoaded()
+void UIModuleConfigTest::setLanguage_englishChineseEnglish_createsThreeTranslatorsAndInstallsThoseLoaded()
 {
     UIModuleConfig *config = UIModuleConfig::instance();
     leaveLanguage(QLocale::English);

@@ -101,8 +101,8 @@ class ModifyPrinterDriverNameDlgTest : public QObject
 
 private slots:
     void construction_showsCurrentNameAndKeepsNoNameYet();
-    void form_asDesigned();
-    void widgetTree_buttonsAreCentredBetweenTwoSpacers();
+    void form_matchesTheDesign();
+    void buttons_sitCentredBetweenTheirTwoSpacers();
     void lineEdit_hasClearButton();
     void clearButton_emptiesTheName();
     void buttons_carryTheNormalStyleProperty();
@@ -130,7 +130,7 @@ void ModifyPrinterDriverNameDlgTest::construction_showsCurrentNameAndKeepsNoName
     QVERIFY(dialog.driverShowName().isEmpty());
 }
 
-void ModifyPrinterDriverNameDlgTest::form_asDesigned()
+void ModifyPrinterDriverNameDlgTest::form_matchesTheDesign()
 {
     QWidget parent;
     ModifyPrinterDriverNameDlg dialog(currentName, &parent);
@@ -145,7 +145,7 @@ void ModifyPrinterDriverNameDlgTest::form_asDesigned()
              static_cast<QWidget *>(dialog.framelessTitleBar()));
 }
 
-void ModifyPrinterDriverNameDlgTest::widgetTree_buttonsAreCentredBetweenTwoSpacers()
+void ModifyPrinterDriverNameDlgTest::buttons_sitCentredBetweenTheirTwoSpacers()
 {
     // Shown, the two buttons sit in the middle of their row, between its
     // two spacers.

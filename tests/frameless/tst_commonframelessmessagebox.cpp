@@ -94,14 +94,14 @@ private slots:
     void boxLeftOpenByFailedCheck_isEndedAtOnce();
     void checkBox_stateReachesChecked();
     void checkBox_nullCheckedPointerIsAllowed();
-    void checkBox_hiddenWithoutText();
+    void checkBox_isHiddenWithoutText();
     void warningAndError_showOneButtonEach_data();
     void warningAndError_showOneButtonEach();
     void box_showsTitleTextIconAndOnlyCloseButton_data();
     void box_showsTitleTextIconAndOnlyCloseButton();
     void defaultButton_isMarkedDefault();
-    void buttons_centredOnlyForHCenter_data();
-    void buttons_centredOnlyForHCenter();
+    void buttons_areCentredOnlyForHCenter_data();
+    void buttons_areCentredOnlyForHCenter();
     void textEdit_shortTextGivesMinimumWidthAndTwoLines();
     void textEdit_wideLineCountsAsThreeDisplayLines();
     void textEdit_longTextIsCappedAndScrolls();
@@ -294,7 +294,7 @@ void CommonFramelessMessageBoxTest::checkBox_nullCheckedPointerIsAllowed()
     QVERIFY(shown);
 }
 
-void CommonFramelessMessageBoxTest::checkBox_hiddenWithoutText()
+void CommonFramelessMessageBoxTest::checkBox_isHiddenWithoutText()
 {
     bool hidden = false;
     whenMessageBoxShown([&hidden](QWidget *box) {
@@ -417,7 +417,7 @@ void CommonFramelessMessageBoxTest::defaultButton_isMarkedDefault()
     QCOMPARE(result, 1);
 }
 
-void CommonFramelessMessageBoxTest::buttons_centredOnlyForHCenter_data()
+void CommonFramelessMessageBoxTest::buttons_areCentredOnlyForHCenter_data()
 {
     QTest::addColumn<int>("alignment");
     QTest::addColumn<bool>("centred");
@@ -427,7 +427,7 @@ void CommonFramelessMessageBoxTest::buttons_centredOnlyForHCenter_data()
         << int(Qt::AlignHCenter | Qt::AlignVCenter) << false;
 }
 
-void CommonFramelessMessageBoxTest::buttons_centredOnlyForHCenter()
+void CommonFramelessMessageBoxTest::buttons_areCentredOnlyForHCenter()
 {
     QFETCH(int, alignment);
     QFETCH(bool, centred);

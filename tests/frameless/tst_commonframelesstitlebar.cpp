@@ -59,15 +59,15 @@ private slots:
     void construction_namesChildrenForTheStyleSheet();
     void construction_barIsThirtyPixelsHigh();
     void construction_setsToolTips();
-    void construction_withoutTopLevelAncestorLogsCritical();
+    void construction_withoutTopLevelAncestor_logsCritical();
     void title_followsWindowTitle();
     void icon_followsWindowIcon();
-    void icon_windowWithoutIconShowsEmptyLabel();
+    void icon_windowWithoutIcon_showsAnEmptyLabel();
     void maximizingByOtherMeans_checksButtonWithoutEmitting();
     void restoringByOtherMeans_unchecksButtonWithoutEmitting();
     void minimizing_leavesButtonAsItWas();
-    void maximizeButton_onNormalWindowEmitsWindowMaximized();
-    void maximizeButton_onMaximizedWindowEmitsWindowNormal();
+    void maximizeButton_onNormalWindow_emitsWindowMaximized();
+    void maximizeButton_onMaximizedWindow_emitsWindowNormal();
     void minimizeAndCloseButtons_emitTheirSignals();
     void iconClick_reportsBottomLeftCornerAndIsConsumed();
     void paint_drawsStyleSheetBackground();
@@ -128,7 +128,7 @@ void CommonFramelessTitleBarTest::construction_setsToolTips()
     QVERIFY(!w.button("framelessTitleBar_btnRestore")->isChecked());
 }
 
-void CommonFramelessTitleBarTest::construction_withoutTopLevelAncestorLogsCritical()
+void CommonFramelessTitleBarTest::construction_withoutTopLevelAncestor_logsCritical()
 {
     LogCapture log;
     CommonFramelessTitleBar titleBar(nullptr);
@@ -165,7 +165,7 @@ void CommonFramelessTitleBarTest::icon_followsWindowIcon()
     QCOMPARE(shown.toImage().pixelColor(8, 8), QColor(Qt::blue));
 }
 
-void CommonFramelessTitleBarTest::icon_windowWithoutIconShowsEmptyLabel()
+void CommonFramelessTitleBarTest::icon_windowWithoutIcon_showsAnEmptyLabel()
 {
     Window w;
     QVERIFY(w.titleBar->labelIcon()->pixmap(Qt::ReturnByValue).isNull());
@@ -218,7 +218,7 @@ void CommonFramelessTitleBarTest::minimizing_leavesButtonAsItWas()
     QCOMPARE(other.button("framelessTitleBar_btnRestore")->toolTip(), QStringLiteral("最大化"));
 }
 
-void CommonFramelessTitleBarTest::maximizeButton_onNormalWindowEmitsWindowMaximized()
+void CommonFramelessTitleBarTest::maximizeButton_onNormalWindow_emitsWindowMaximized()
 {
     Window w;
     w.window.show();
@@ -230,7 +230,7 @@ void CommonFramelessTitleBarTest::maximizeButton_onNormalWindowEmitsWindowMaximi
     QCOMPARE(normal.count(), 0);
 }
 
-void CommonFramelessTitleBarTest::maximizeButton_onMaximizedWindowEmitsWindowNormal()
+void CommonFramelessTitleBarTest::maximizeButton_onMaximizedWindow_emitsWindowNormal()
 {
     Window w;
     w.window.showMaximized();

@@ -107,8 +107,8 @@ private slots:
     void toLogical_undoesToPhysicalAboutTheScreenOrigin();
     void toPhysical_scalesSizeLimitsButKeepsUnbounded_data();
     void toPhysical_scalesSizeLimitsButKeepsUnbounded();
-    void maximizedRect_keepsProposedWhenWindowCannotGrow_data();
-    void maximizedRect_keepsProposedWhenWindowCannotGrow();
+    void maximizedRect_windowCannotGrow_keepsTheProposedOne_data();
+    void maximizedRect_windowCannotGrow_keepsTheProposedOne();
     void edgesOf_matchesBorderRegions_data();
     void edgesOf_matchesBorderRegions();
 };
@@ -557,7 +557,7 @@ void FramelessGeometryTest::toPhysical_scalesSizeLimitsButKeepsUnbounded()
     QCOMPARE(toPhysical(logical, ratio), expected);
 }
 
-void FramelessGeometryTest::maximizedRect_keepsProposedWhenWindowCannotGrow_data()
+void FramelessGeometryTest::maximizedRect_windowCannotGrow_keepsTheProposedOne_data()
 {
     QTest::addColumn<QSize>("minimum");
     QTest::addColumn<QSize>("maximum");
@@ -569,7 +569,7 @@ void FramelessGeometryTest::maximizedRect_keepsProposedWhenWindowCannotGrow_data
     QTest::newRow("minimum above a small maximum") << QSize(2000, 2000) << QSize(800, 600) << true;
 }
 
-void FramelessGeometryTest::maximizedRect_keepsProposedWhenWindowCannotGrow()
+void FramelessGeometryTest::maximizedRect_windowCannotGrow_keepsTheProposedOne()
 {
     QFETCH(QSize, minimum);
     QFETCH(QSize, maximum);

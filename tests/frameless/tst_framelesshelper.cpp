@@ -70,18 +70,18 @@ private slots:
     void dialog_getsNoMaximizeButtonFromConstructorFlags();
     void plainWindow_keepsMaximizeButton();
     void dialog_hasObjectNameAndProperty();
-    void setTitleBar_secondOneDeletesFirstLaterAndWarns();
-    void setTitleBar_nullIsIgnored();
-    void addDummyTitleBar_beforeTitleBarWarnsButAdds();
+    void setTitleBar_secondOne_deletesTheFirstLaterAndWarns();
+    void setTitleBar_null_isIgnored();
+    void addDummyTitleBar_beforeTitleBar_warnsButAdds();
     void addDummyTitleBar_sortsTitleBarDescendantsAsIgnored();
     void removeDummyTitleBar_removesFromEitherSet();
     void destroyedWidgets_areForgotten();
-    void hitTest_onRealDialog_data();
-    void hitTest_nativeCursorOnRealDialog_data();
-    void hitTest_nativeCursorOnRealDialog();
-    void hitTest_onRealDialog();
-    void hitTest_fixedSizeDialogHasNoBorder();
-    void hitTest_notMovableDialogHasNoCaption();
+    void hitTest_onRealDialog_findsTheRegion_data();
+    void hitTest_nativeCursorOnRealDialog_findsTheRegionAtEveryScale_data();
+    void hitTest_nativeCursorOnRealDialog_findsTheRegionAtEveryScale();
+    void hitTest_onRealDialog_findsTheRegion();
+    void hitTest_fixedSizeDialog_hasNoBorder();
+    void hitTest_notMovableDialog_hasNoCaption();
     void setupTitleBar_putsBarIntoLayoutWithoutMargins();
     void setupTitleBar_buttonsFollowFlagsAndResizing();
     void showMaximized_doesNothingWhenNotResizable();
@@ -131,7 +131,7 @@ void FramelessHelperTest::dialog_hasObjectNameAndProperty()
     QCOMPARE(dialog.framelessTitleBar(), nullptr);
 }
 
-void FramelessHelperTest::setTitleBar_secondOneDeletesFirstLaterAndWarns()
+void FramelessHelperTest::setTitleBar_secondOne_deletesTheFirstLaterAndWarns()
 {
     QWidget window;
     auto *helper = new QtFramelessHelper(&window);
@@ -152,7 +152,7 @@ void FramelessHelperTest::setTitleBar_secondOneDeletesFirstLaterAndWarns()
     QCOMPARE(helper->titleBar(), second);
 }
 
-void FramelessHelperTest::setTitleBar_nullIsIgnored()
+void FramelessHelperTest::setTitleBar_null_isIgnored()
 {
     QWidget window;
     auto *helper = new QtFramelessHelper(&window);
@@ -164,7 +164,7 @@ void FramelessHelperTest::setTitleBar_nullIsIgnored()
     QCOMPARE(log.count(QtWarningMsg, QStringLiteral("check your code")), 0);
 }
 
-void FramelessHelperTest::addDummyTitleBar_beforeTitleBarWarnsButAdds()
+void FramelessHelperTest::addDummyTitleBar_beforeTitleBar_warnsButAdds()
 {
     QWidget window;
     auto *helper = new QtFramelessHelper(&window);
@@ -235,7 +235,7 @@ void FramelessHelperTest::destroyedWidgets_areForgotten()
     QCOMPARE(helper->titleBar(), nullptr);
 }
 
-void FramelessHelperTest::hitTest_onRealDialog_data()
+void FramelessHelperTest::hitTest_onRealDialog_findsTheRegion_data()
 {
     QTest::addColumn<QString>("where");
     QTest::addColumn<HitRegion>("expected");
@@ -249,7 +249,7 @@ void FramelessHelperTest::hitTest_onRealDialog_data()
     QTest::newRow("content") << "content" << HitRegion::Client;
 }
 
-void FramelessHelperTest::hitTest_onRealDialog()
+void FramelessHelperTest::hitTest_onRealDialog_findsTheRegion()
 {
     QFETCH(QString, where);
     QFETCH(HitRegion, expected);
@@ -270,7 +270,7 @@ void FramelessHelperTest::hitTest_onRealDialog()
     QCOMPARE(d.dialog.framelessHelper()->hitTest(pos), expected);
 }
 
-void FramelessHelperTest::hitTest_nativeCursorOnRealDialog_data()
+void FramelessHelperTest::hitTest_nativeCursorOnRealDialog_findsTheRegionAtEveryScale_data()
 {
     QTest::addColumn<qreal>("scale");
     QTest::addColumn<QString>("where");
@@ -290,7 +290,7 @@ void FramelessHelperTest::hitTest_nativeCursorOnRealDialog_data()
 
 // The cursor of a native hit test: the border in physical pixels against the
 // physical client size, the widgets at the device-independent position.
-void FramelessHelperTest::hitTest_nativeCursorOnRealDialog()
+void FramelessHelperTest::hitTest_nativeCursorOnRealDialog_findsTheRegionAtEveryScale()
 {
     QFETCH(qreal, scale);
     QFETCH(QString, where);
@@ -316,7 +316,7 @@ void FramelessHelperTest::hitTest_nativeCursorOnRealDialog()
     QCOMPARE(d.dialog.framelessHelper()->hitTest(cursor), expected);
 }
 
-void FramelessHelperTest::hitTest_fixedSizeDialogHasNoBorder()
+void FramelessHelperTest::hitTest_fixedSizeDialog_hasNoBorder()
 {
     Dialog d;
     d.dialog.setFixedSize(300, 200);
@@ -328,7 +328,7 @@ void FramelessHelperTest::hitTest_fixedSizeDialogHasNoBorder()
     QCOMPARE(d.dialog.framelessHelper()->hitTest(bottomRight), HitRegion::Client);
 }
 
-void FramelessHelperTest::hitTest_notMovableDialogHasNoCaption()
+void FramelessHelperTest::hitTest_notMovableDialog_hasNoCaption()
 {
     Dialog d;
     d.dialog.show();

@@ -99,7 +99,7 @@ private slots:
     void draggingBottomRightCorner_resizesBothWays();
     void fixedSizeWindow_isNotResizedFromBorder();
     void doubleClickOnCaption_maximisesAndRestores();
-    void doubleClickOnCaption_ignoredWhenNotResizable();
+    void doubleClickOnCaption_notResizable_isIgnored();
     void maximizeButton_followsStateWithoutEmitting();
     void maximizeButton_restoresMaximisedWindow();
     void borderHover_setsResizeCursor();
@@ -224,7 +224,7 @@ void FramelessWindowInteractionTest::doubleClickOnCaption_maximisesAndRestores()
     QCOMPARE(restored.count(), 0);
 }
 
-void FramelessWindowInteractionTest::doubleClickOnCaption_ignoredWhenNotResizable()
+void FramelessWindowInteractionTest::doubleClickOnCaption_notResizable_isIgnored()
 {
     Dialog d;
     d.dialog.setResizable(false);

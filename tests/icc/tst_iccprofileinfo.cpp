@@ -46,7 +46,7 @@ class IccProfileInfoTest : public QObject
     Q_OBJECT
 
 private slots:
-    void realProfile_classifiedAsLittleCmsReadsIt_data()
+    void realProfile_isClassifiedAsLittleCmsReadsIt_data()
     {
         QTest::addColumn<QString>("path");
         QTest::addColumn<QString>("expected");
@@ -107,7 +107,7 @@ private slots:
         row(deviceLink("cmyk-to-cmyk.icc"), "link CMYK CMYK 4.3 'SWOP CMYK to PS CMYK'");
     }
 
-    void realProfile_classifiedAsLittleCmsReadsIt()
+    void realProfile_isClassifiedAsLittleCmsReadsIt()
     {
         QFETCH(QString, path);
         QFETCH(QString, expected);
@@ -272,7 +272,7 @@ private slots:
 
     // ---- files that are not usable profiles --------------------------------
 
-    void notAProfile_refusedWithTheReason_data()
+    void notAProfile_isRefusedWithTheReason_data()
     {
         QTest::addColumn<QByteArray>("bytes");
         QTest::addColumn<QString>("error");
@@ -313,7 +313,7 @@ private slots:
             << smallSize << QStringLiteral("文件头写明的大小（100 字节）放不下文件头");
     }
 
-    void notAProfile_refusedWithTheReason()
+    void notAProfile_isRefusedWithTheReason()
     {
         QFETCH(QByteArray, bytes);
         QFETCH(QString, error);
@@ -332,7 +332,7 @@ private slots:
 
     // A profile whose header and tag table are sound but whose colour table
     // Little CMS cannot read: caught when the check builds the transform.
-    void damagedTable_refusedForTheDirectionsThatNeedIt()
+    void damagedTable_isRefusedForTheDirectionsThatNeedIt()
     {
         QByteArray cmyk = IccTestProfiles::readAll(ghostscript("default_cmyk.icc"));
         const int a2b0 = IccTestProfiles::tagOffset(cmyk, "A2B0");
@@ -348,7 +348,7 @@ private slots:
                     .startsWith(QStringLiteral("这个输出设备配置文件不能把连接空间转换到设备颜色：")));
     }
 
-    void tooLarge_refusedBeforeItIsRead()
+    void tooLargeFile_isRefusedBeforeItIsRead()
     {
         QTemporaryDir dir;
         const QString path = dir.filePath(QStringLiteral("huge.icc"));
@@ -362,7 +362,7 @@ private slots:
                                    .arg(IccProfileInfo::kMaxFileSize));
     }
 
-    void missingFileOrFolder_refused()
+    void missingFileOrFolder_isRefused()
     {
         QTemporaryDir dir;
         QCOMPARE(IccProfileInfo::fromFile(dir.filePath(QStringLiteral("gone.icc")), QLocale::Chinese).error(),
@@ -412,7 +412,7 @@ private slots:
         QVERIFY(cache.check(path).isValid());
     }
 
-    void signatureText_printableOrHex()
+    void signatureText_isPrintableOrHex()
     {
         QCOMPARE(IccProfileInfo::signatureText(0x6d6e7472), QStringLiteral("mntr"));
         QCOMPARE(IccProfileInfo::signatureText(0x00000001), QStringLiteral("0x00000001"));

@@ -108,7 +108,7 @@ private slots:
         fake_ = nullptr;
     }
 
-    void emptyListKeepsDefaultAndLeavesSettingsFileAlone()
+    void listing_emptyList_keepsDefaultAndLeavesSettingsFileAlone()
     {
         establishDefault(QStringLiteral("A"));
         QVERIFY(TestAppDir::remove(settingsFile));
@@ -127,7 +127,7 @@ private slots:
         QVERIFY(log.contains(QtDebugMsg, QStringLiteral("GetAllPrinterDriverList end ***************")));
     }
 
-    void configuredDefaultWhoseDriverIsGoneIsClearedAfterListing()
+    void listing_configuredDefaultGone_clearsIt()
     {
         PrinterDriverConfig::instance()->setDefaultDriverId(QStringLiteral("gone"));
         QCOMPARE(configuredDefaultInFile(), QStringLiteral("gone"));
@@ -142,7 +142,7 @@ private slots:
         QCOMPARE(fake_->calls, QStringList{QStringLiteral("GetAllPrinterDriverList")});
     }
 
-    void configuredDefaultIsSelectedAfterListing()
+    void listing_configuredDefault_isSelected()
     {
         PrinterDriverConfig::instance()->setDefaultDriverId(QStringLiteral("B"));
         scriptDrivers({QStringLiteral("A"), QStringLiteral("B")});
@@ -164,7 +164,7 @@ private slots:
         QVERIFY(log.contains(QtDebugMsg, QStringLiteral("piiShowName:")));
     }
 
-    void driverWhosePrsFileVanishedIsUninstalledWhileListing()
+    void listing_prsFileVanished_uninstallsTheDriver()
     {
         PrinterDriverConfig::instance()->setDefaultDriverId(QStringLiteral("V"));
         scriptDrivers({QStringLiteral("A")}, {QStringLiteral("V")});
@@ -184,7 +184,7 @@ private slots:
         QCOMPARE(configuredDefaultInFile(), QString());
     }
 
-    void deletingTheDefaultDriverLeavesNoDefault()
+    void delete_defaultDriver_leavesNoDefault()
     {
         PrinterDriverConfig::instance()->setDefaultDriverId(QStringLiteral("A"));
         scriptDrivers({QStringLiteral("A"), QStringLiteral("B")});
@@ -206,7 +206,7 @@ private slots:
         QVERIFY(log.contains(QtDebugMsg, QStringLiteral("DeletePrinterDriverPrs: true")));
     }
 
-    void deletingAnUnknownIdStillAsksTheLibrary()
+    void delete_unknownId_stillAsksTheLibrary()
     {
         fake_->deleteResult = false;
         LogCapture log;
@@ -223,7 +223,7 @@ private slots:
         QVERIFY(log.contains(QtDebugMsg, QStringLiteral("DeletePrinterDriverPrs: false")));
     }
 
-    void deletingAnotherDriverKeepsTheDefault()
+    void delete_anotherDriver_keepsTheDefault()
     {
         establishDefault(QStringLiteral("A"));
 
@@ -233,7 +233,7 @@ private slots:
         QCOMPARE(configuredDefaultInFile(), QStringLiteral("A"));
     }
 
-    void settingTheDefaultSelectsItAndWritesTheSettings()
+    void setDefault_selectsItAndWritesTheSettings()
     {
         LogCapture log;
 
@@ -250,7 +250,7 @@ private slots:
                  qPrintable(lines.first().function));
     }
 
-    void failedSelectionKeepsTheDefault()
+    void setDefault_selectionFails_keepsTheDefault()
     {
         establishDefault(QStringLiteral("A"));
         fake_->selectResult = false;
@@ -264,7 +264,7 @@ private slots:
                  QStringList{QStringLiteral("SelectPrinterDriverPrs failed -  \"B\"")});
     }
 
-    void installedDriverIsReturnedAndFound()
+    void install_returnsTheDriverAndFindsIt()
     {
         fake_->addSucceeds = true;
         const QString path = existingPrs(QStringLiteral("N"));
@@ -283,7 +283,7 @@ private slots:
         QCOMPARE(manager()->findDriverInfoByPrsPath(path.toUpper()), info);
     }
 
-    void failedInstallYieldsNullAndLogsThePath()
+    void install_fails_yieldsNullAndLogsThePath()
     {
         LogCapture log;
 
@@ -296,7 +296,7 @@ private slots:
                  QStringLiteral("AddPrinterDriverPrs - driverFilePath: \"/no/such.prs\"  failed!"));
     }
 
-    void findDriverInfoByPrsPathIgnoresCaseAndMissesUnknownPaths()
+    void findDriverInfoByPrsPath_ignoresCaseAndMissesUnknownPaths()
     {
         scriptDrivers({QStringLiteral("CasePath")});
         manager()->obtainInstalledDrivers();
@@ -307,7 +307,7 @@ private slots:
         QVERIFY(!manager()->findDriverInfo(QStringLiteral("never installed")));
     }
 
-    void findDriverInfoByPrsPathComparesNormalisedPaths()
+    void findDriverInfoByPrsPath_comparesNormalisedPaths()
     {
         scriptDrivers({QStringLiteral("Winding")});
         manager()->obtainInstalledDrivers();
@@ -329,7 +329,7 @@ private slots:
         QVERIFY(!manager()->findDriverInfoByPrsPath(dir + QStringLiteral("/sub/Winding.prs")));
     }
 
-    void deletedDriverIsNoLongerFoundByItsPath()
+    void findDriverInfoByPrsPath_deletedDriver_isNoLongerFound()
     {
         scriptDrivers({QStringLiteral("Leaving"), QStringLiteral("Staying")});
         manager()->obtainInstalledDrivers();
@@ -342,7 +342,7 @@ private slots:
                  QStringLiteral("Staying"));
     }
 
-    void renamingUpdatesTheShownName()
+    void rename_updatesTheShownName()
     {
         scriptDrivers({QStringLiteral("R")});
         manager()->obtainInstalledDrivers();
@@ -354,7 +354,7 @@ private slots:
         QCOMPARE(manager()->findDriverInfo(QStringLiteral("R"))->showName, QStringLiteral("车间一号机"));
     }
 
-    void failedRenameKeepsTheShownName()
+    void rename_fails_keepsTheShownName()
     {
         scriptDrivers({QStringLiteral("R2")});
         manager()->obtainInstalledDrivers();
@@ -368,7 +368,7 @@ private slots:
                  QStringList{QStringLiteral("RechristenDriverShowName failed -  \"R2\"")});
     }
 
-    void renamingADriverMissingFromTheTableReportsAProgrammingError()
+    void rename_driverMissingFromTheTable_reportsAProgrammingError()
     {
         LogCapture log;
 
@@ -380,7 +380,7 @@ private slots:
                  qPrintable(lines.first().message));
     }
 
-    void dpiComesFromTheSelectedResolution()
+    void dpi_comesFromTheSelectedResolution()
     {
         fake_->setResolution(2);
         fake_->xDpi = 720;
@@ -396,7 +396,7 @@ private slots:
                                             QStringLiteral("GetSelectEnumItemDpi(2)")}));
     }
 
-    void failedDpiQueryYieldsZeroByZero()
+    void dpi_queryFails_yieldsZeroByZero()
     {
         fake_->setResolution(2);
         fake_->dpiResult = false;
@@ -414,7 +414,7 @@ private slots:
         QVERIFY(log.contains(QtDebugMsg, QStringLiteral("index: 2")));
     }
 
-    void missingResolutionLeavesTheDpiUntouched()
+    void dpi_missingResolution_leavesTheDpiUntouched()
     {
         quint32 x = 77;
         quint32 y = 66;
@@ -426,7 +426,7 @@ private slots:
         QCOMPARE(fake_->calls, QStringList{QStringLiteral("GetSelectEnumItem(0)")});
     }
 
-    void spotColourChannels_data()
+    void spotColours_listOnlyTheSpotChannels_data()
     {
         QTest::addColumn<QString>("channel");
         QTest::addColumn<bool>("isSpot");
@@ -447,7 +447,7 @@ private slots:
             QTest::newRow(qPrintable(QStringLiteral("spot ") + name)) << name << true;
     }
 
-    void spotColourChannels()
+    void spotColours_listOnlyTheSpotChannels()
     {
         QFETCH(QString, channel);
         QFETCH(bool, isSpot);
@@ -459,7 +459,7 @@ private slots:
         QCOMPARE(names, isSpot ? QStringList{channel} : QStringList());
     }
 
-    void spotColoursKeepChannelOrder()
+    void spotColours_keepTheChannelOrder()
     {
         fake_->setChannelNames({QStringLiteral("C"), QStringLiteral("M"), QStringLiteral("Y"),
                                 QStringLiteral("K"), QStringLiteral("White"), QStringLiteral("Varnish")});
@@ -477,7 +477,7 @@ private slots:
                               QStringLiteral("专色通道名: \"Varnish\"")}));
     }
 
-    void missingChannelInfoGivesAnEmptyListAndTrue()
+    void spotColours_missingChannelInfo_giveAnEmptyListAndTrue()
     {
         QStringList names{QStringLiteral("stale")};
         LogCapture log;
@@ -488,7 +488,7 @@ private slots:
         QVERIFY(log.contains(QtDebugMsg, QStringLiteral("printerChannelColorInfo is nullptr")));
     }
 
-    void loadKeepsTheHandlerItHolds()
+    void load_keepsTheHandlerItHolds()
     {
         QVERIFY(manager()->load());
 
@@ -496,7 +496,7 @@ private slots:
         QVERIFY(fake_->calls.isEmpty());
     }
 
-    void unloadFreesTheHandlerAndLoadCreatesANewOne()
+    void unload_freesTheHandlerAndLoadCreatesANewOne()
     {
         bool destroyed = false;
         fake_->destroyed = &destroyed;
@@ -518,7 +518,7 @@ private slots:
         QVERIFY(!manager()->getHandler());
     }
 
-    void loadFailsWhenTheLibraryCannotMakeAHandler()
+    void load_libraryCannotMakeAHandler_fails()
     {
         manager()->unload();
         fake_ = nullptr;
@@ -530,7 +530,7 @@ private slots:
         QVERIFY(log.contains(QtCriticalMsg, QStringLiteral("CreateUIPrintParamsHandler failed")));
     }
 
-    void operationsWithoutHandlerFailCleanly()
+    void operations_withoutHandler_failCleanly()
     {
         manager()->unload();
         fake_ = nullptr;

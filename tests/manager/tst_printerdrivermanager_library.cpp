@@ -48,7 +48,7 @@ private slots:
 
     void cleanupTestCase() { manager()->unload(); }
 
-    void defaultDriverSurvivesARestart()
+    void defaultDriver_survivesARestart()
     {
         const QString prs = SampleDriverFiles::prsPath(QStringLiteral("BexUV2513_CMYKWV"));
         const auto installed = manager()->installDriver(prs);
@@ -87,7 +87,7 @@ private slots:
         QVERIFY(restart().isEmpty());
     }
 
-    void driverWhosePrsFileVanishedIsUninstalledFromTheLibrary()
+    void listing_prsFileVanished_uninstallsTheDriverFromTheLibrary()
     {
         const QString copy = TestAppDir::filePath(QStringLiteral("dtp/driver/vanishing.prs"));
         QVERIFY(QFile::copy(SampleDriverFiles::prsPath(QStringLiteral("BexUV1610_CMYKLcLm")), copy));
@@ -111,7 +111,7 @@ private slots:
         QVERIFY(manager()->deleteInstalledDriver(kept->id));
     }
 
-    void pathsAreStoredAbsoluteAndFoundByAnySpelling()
+    void prsPaths_areStoredAbsoluteAndFoundByAnySpelling()
     {
         const QString clean = SampleDriverFiles::prsPath(QStringLiteral("BexUV1610_CMYKLcLm"));
         const QString winding =

@@ -114,22 +114,22 @@ private slots:
     void init();
     void cleanupTestCase();
 
-    void form_asDesigned();
-    void form_buttonsStyledAndCancelIsDefault();
-    void form_slotsInOrder();
+    void form_matchesTheDesign();
+    void buttons_areStyledAndCancelIsTheDefault();
+    void metaObject_declaresTheSlotsInOrder();
     void vendorList_isHiddenAndHoldsTheOfferFolder();
 
-    void listing_tempCopiesLeftOutTempPrsKept();
-    void listing_suffixComparedWithoutCase();
-    void listing_onlyTheFolderItselfSortedByName();
-    void listing_rowsCarryPathToolTipAndAlignment();
+    void listing_leavesOutTempCopiesButKeepsTempPrs();
+    void listing_comparesTheSuffixWithoutCase();
+    void listing_takesOnlyTheFolderItselfSortedByName();
+    void listing_givesEachRowItsPathToolTipAndAlignment();
     void listing_logsTheVendor();
-    void listFiles_everyFileForStarSuffixes();
-    void listFiles_missingFolderGivesNothing();
+    void listFiles_withStarSuffix_listsEveryFile();
+    void listFiles_missingFolder_givesNothing();
 
     void installedRow_isMarkedAndDisablesBoth();
     void uninstalledRow_enablesBoth();
-    void noFile_installDisabledDeleteEnabledAndDoesNothing();
+    void buttons_withoutFile_disableInstallAndLeaveDeleteDoingNothing();
     void missingOfferFolder_leavesTheListEmpty();
 
     void install_clickedRow_acceptsWithTheNewId();
@@ -138,7 +138,7 @@ private slots:
     void delete_readOnlyFile_isRemovedToo();
     void delete_notConfirmed_keepsRowAndFile_data();
     void delete_notConfirmed_keepsRowAndFile();
-    void deleteLastRow_thenInstall_closesThroughCheckYourCode();
+    void install_afterDeletingTheLastRow_closesThroughCheckYourCode();
     void cancel_rejectsWithoutId();
     void titleBarClose_rejectsWithoutId();
 };
@@ -153,7 +153,7 @@ void InstallPrinterDriverDlgTest::cleanupTestCase()
     PrinterDriverManager::instance()->unload();
 }
 
-void InstallPrinterDriverDlgTest::form_asDesigned()
+void InstallPrinterDriverDlgTest::form_matchesTheDesign()
 {
     QWidget parent;
     InstallPrinterDriverDlg dialog(&parent);
@@ -166,7 +166,7 @@ void InstallPrinterDriverDlgTest::form_asDesigned()
     QVERIFY(dialog.installedDriverId().isEmpty());
 }
 
-void InstallPrinterDriverDlgTest::form_buttonsStyledAndCancelIsDefault()
+void InstallPrinterDriverDlgTest::buttons_areStyledAndCancelIsTheDefault()
 {
     InstallPrinterDriverDlg dialog(nullptr);
     for (const QString &name :
@@ -176,7 +176,7 @@ void InstallPrinterDriverDlgTest::form_buttonsStyledAndCancelIsDefault()
     QVERIFY(!button(&dialog, QStringLiteral("btn_install_"))->isDefault());
 }
 
-void InstallPrinterDriverDlgTest::form_slotsInOrder()
+void InstallPrinterDriverDlgTest::metaObject_declaresTheSlotsInOrder()
 {
     QCOMPARE(ownMethods(InstallPrinterDriverDlg::staticMetaObject),
              (QStringList{QStringLiteral("on_itemClicked_vendor(QListWidgetItem*)"),
@@ -202,7 +202,7 @@ void InstallPrinterDriverDlgTest::vendorList_isHiddenAndHoldsTheOfferFolder()
     QCOMPARE(vendors->currentItem(), vendor);
 }
 
-void InstallPrinterDriverDlgTest::listing_tempCopiesLeftOutTempPrsKept()
+void InstallPrinterDriverDlgTest::listing_leavesOutTempCopiesButKeepsTempPrs()
 {
     QVERIFY(writeOffered(QStringLiteral("a.temp.prs")));
     QVERIFY(writeOffered(QStringLiteral("b.TEMP.PRS")));
@@ -213,7 +213,7 @@ void InstallPrinterDriverDlgTest::listing_tempCopiesLeftOutTempPrsKept()
     QCOMPARE(rowTexts(printerList(&dialog)), QStringList{QStringLiteral("temp.prs")});
 }
 
-void InstallPrinterDriverDlgTest::listing_suffixComparedWithoutCase()
+void InstallPrinterDriverDlgTest::listing_comparesTheSuffixWithoutCase()
 {
     QVERIFY(writeOffered(QStringLiteral("A.PRS")));
     QVERIFY(writeOffered(QStringLiteral("a.prs.bak")));
@@ -225,7 +225,7 @@ void InstallPrinterDriverDlgTest::listing_suffixComparedWithoutCase()
     QCOMPARE(rowTexts(printerList(&dialog)), (QStringList{QStringLiteral("A.PRS"), QStringLiteral("c.Prs")}));
 }
 
-void InstallPrinterDriverDlgTest::listing_onlyTheFolderItselfSortedByName()
+void InstallPrinterDriverDlgTest::listing_takesOnlyTheFolderItselfSortedByName()
 {
     QVERIFY(!offerSample(otherSample).isEmpty());
     QVERIFY(!offerSample(sample).isEmpty());
@@ -237,7 +237,7 @@ void InstallPrinterDriverDlgTest::listing_onlyTheFolderItselfSortedByName()
              (QStringList{sample + QStringLiteral(".prs"), otherSample + QStringLiteral(".prs")}));
 }
 
-void InstallPrinterDriverDlgTest::listing_rowsCarryPathToolTipAndAlignment()
+void InstallPrinterDriverDlgTest::listing_givesEachRowItsPathToolTipAndAlignment()
 {
     const QString path = offerSample(sample);
     QVERIFY(!path.isEmpty());
@@ -268,7 +268,7 @@ void InstallPrinterDriverDlgTest::listing_logsTheVendor()
     QCOMPARE(vendorLines.first().category, QStringLiteral("bex.driverui.dialog"));
 }
 
-void InstallPrinterDriverDlgTest::listFiles_everyFileForStarSuffixes()
+void InstallPrinterDriverDlgTest::listFiles_withStarSuffix_listsEveryFile()
 {
     QVERIFY(writeOffered(QStringLiteral("b.txt")));
     QVERIFY(writeOffered(QStringLiteral("a.prs")));
@@ -283,7 +283,7 @@ void InstallPrinterDriverDlgTest::listFiles_everyFileForStarSuffixes()
              QStringList{offerFolder() + QStringLiteral("a.prs")});
 }
 
-void InstallPrinterDriverDlgTest::listFiles_missingFolderGivesNothing()
+void InstallPrinterDriverDlgTest::listFiles_missingFolder_givesNothing()
 {
     QVERIFY(InstallPrinterDriverDlg::listFiles(TestAppDir::filePath(QStringLiteral("no such folder")),
                                                QStringLiteral("prs"))
@@ -337,7 +337,7 @@ void InstallPrinterDriverDlgTest::uninstalledRow_enablesBoth()
     QVERIFY(statesOf(&dialog).del);
 }
 
-void InstallPrinterDriverDlgTest::noFile_installDisabledDeleteEnabledAndDoesNothing()
+void InstallPrinterDriverDlgTest::buttons_withoutFile_disableInstallAndLeaveDeleteDoingNothing()
 {
     QVERIFY(QDir(offerFolder()).exists());
     QVERIFY(InstallPrinterDriverDlg::listFiles(offerFolder(), QStringLiteral("prs")).isEmpty());
@@ -505,7 +505,7 @@ void InstallPrinterDriverDlgTest::delete_notConfirmed_keepsRowAndFile()
     QVERIFY(QFile::exists(path));
 }
 
-void InstallPrinterDriverDlgTest::deleteLastRow_thenInstall_closesThroughCheckYourCode()
+void InstallPrinterDriverDlgTest::install_afterDeletingTheLastRow_closesThroughCheckYourCode()
 {
     const QString path = offerSample(sample);
     InstallPrinterDriverDlg dialog(nullptr);

@@ -58,12 +58,12 @@ private slots:
     void init();
     void cleanupTestCase();
 
-    void installDialog_texts();
-    void installDialog_installedMarkAndVendor();
-    void installDialog_failureAndDeleteBoxes();
-    void managerDialog_texts();
-    void managerDialog_defaultMarkAndFileDialogs();
-    void managerDialog_setDefaultFailureBox();
+    void installDialog_showsItsTextsInEnglish();
+    void installDialog_showsVendorAndInstalledMarkInEnglish();
+    void installDialog_asksAndReportsInEnglish();
+    void managerDialog_showsItsTextsInEnglish();
+    void managerDialog_showsDefaultMarkAndFileDialogsInEnglish();
+    void managerDialog_reportsAFailedSetDefaultInEnglish();
 };
 
 void ManagementDialogsEnglishTest::initTestCase()
@@ -82,7 +82,7 @@ void ManagementDialogsEnglishTest::cleanupTestCase()
     PrinterDriverManager::instance()->unload();
 }
 
-void ManagementDialogsEnglishTest::installDialog_texts()
+void ManagementDialogsEnglishTest::installDialog_showsItsTextsInEnglish()
 {
     InstallPrinterDriverDlg dialog(nullptr);
     FormTable::verifyWidgets(&dialog, installDialogWidgets);
@@ -90,7 +90,7 @@ void ManagementDialogsEnglishTest::installDialog_texts()
     QCOMPARE(dialog.framelessTitleBar()->labelText()->text(), QStringLiteral("Install printer"));
 }
 
-void ManagementDialogsEnglishTest::installDialog_installedMarkAndVendor()
+void ManagementDialogsEnglishTest::installDialog_showsVendorAndInstalledMarkInEnglish()
 {
     const QString installed = offerSample(QStringLiteral("BexUV2513_CMYKWV"));
     QVERIFY(!offerSample(QStringLiteral("BexUV3220_8C")).isEmpty());
@@ -103,7 +103,7 @@ void ManagementDialogsEnglishTest::installDialog_installedMarkAndVendor()
                           QStringLiteral("BexUV3220_8C.prs")}));
 }
 
-void ManagementDialogsEnglishTest::installDialog_failureAndDeleteBoxes()
+void ManagementDialogsEnglishTest::installDialog_asksAndReportsInEnglish()
 {
     QVERIFY(TestAppDir::writeFile(QStringLiteral("dtp/bin/a-broken.prs"), "no driver"));
     QVERIFY(TestAppDir::writeFile(QStringLiteral("dtp/bin/b-spare.prs"), "no driver either"));
@@ -134,7 +134,7 @@ void ManagementDialogsEnglishTest::installDialog_failureAndDeleteBoxes()
     QVERIFY(QFile::exists(TestAppDir::filePath(QStringLiteral("dtp/bin/b-spare.prs"))));
 }
 
-void ManagementDialogsEnglishTest::managerDialog_texts()
+void ManagementDialogsEnglishTest::managerDialog_showsItsTextsInEnglish()
 {
     PrinterDriverManagerDlg dialog(nullptr);
     FormTable::verifyWidgets(&dialog, managerDialogWidgets);
@@ -142,7 +142,7 @@ void ManagementDialogsEnglishTest::managerDialog_texts()
     QCOMPARE(dialog.framelessTitleBar()->labelText()->text(), QStringLiteral("Printer management"));
 }
 
-void ManagementDialogsEnglishTest::managerDialog_defaultMarkAndFileDialogs()
+void ManagementDialogsEnglishTest::managerDialog_showsDefaultMarkAndFileDialogsInEnglish()
 {
     const QString id = installSample(QStringLiteral("BexUV2513_CMYKWV"));
     QVERIFY(PrinterDriverManager::instance()->setDefaultDriverId(id));
@@ -165,7 +165,7 @@ void ManagementDialogsEnglishTest::managerDialog_defaultMarkAndFileDialogs()
     QCOMPARE(script.fileDialogs().at(1).nameFilters, QStringList{QStringLiteral("Printer (*.bex_driver)")});
 }
 
-void ManagementDialogsEnglishTest::managerDialog_setDefaultFailureBox()
+void ManagementDialogsEnglishTest::managerDialog_reportsAFailedSetDefaultInEnglish()
 {
     QVERIFY(!installSample(QStringLiteral("BexUV2513_CMYKWV")).isEmpty());
     PrinterDriverManagerDlg dialog(nullptr);

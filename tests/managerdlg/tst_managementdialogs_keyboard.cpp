@@ -163,7 +163,7 @@ private slots:
     void installDialog_arrowsSetTheButtonsOfTheCurrentRow();
     void renameDialog_enterAcceptsAndEscapeCancels();
     void managerDialog_enterPressesQuit();
-    void managerRound_withTheKeyboardOnly();
+    void managerDialog_withTheKeyboardOnly_completesAWholeRound();
 };
 
 void ManagementDialogsKeyboardTest::init()
@@ -289,7 +289,7 @@ void ManagementDialogsKeyboardTest::managerDialog_enterPressesQuit()
     QVERIFY2(script.problems().isEmpty(), qPrintable(script.problems().join(QLatin1Char('\n'))));
 }
 
-void ManagementDialogsKeyboardTest::managerRound_withTheKeyboardOnly()
+void ManagementDialogsKeyboardTest::managerDialog_withTheKeyboardOnly_completesAWholeRound()
 {
     // Installed: 2513 and 3220, the default; offered: those two, 1610 and
     // a spare file.

@@ -186,21 +186,21 @@ private slots:
     void init();
     void cleanupTestCase();
 
-    void form_asDesigned();
-    void form_buttonStylesAndDefaults();
-    void form_slotsInOrder();
+    void form_matchesTheDesign();
+    void buttons_areStyledAndQuitIsTheDefault();
+    void metaObject_declaresTheSlotsInOrder();
 
     void emptyList_leavesRowButtonsDisabled();
-    void noDefault_firstRowCurrentWithoutMark();
+    void list_withoutDefault_makesTheFirstRowCurrentWithoutMark();
     void rows_carryIdNamePathAndDefaultMark();
     void customizedButton_neverShowsAndDoesNothing();
     void slots_withoutRow_logAnEmptyLineAndStop();
 
-    void delete_defaultRow_clearsTheDefault_thenSetDefaultMarksOneRow();
+    void delete_defaultRow_clearsTheDefaultUntilSetDefaultMarksOneRow();
     void delete_lastRow_leavesRowButtonsDisabled();
     void setDefault_alreadyDefault_logsNothingAndKeepsText();
     void setDefault_failure_warnsAndKeepsTheList();
-    void rename_default_keepsTheMark();
+    void rename_defaultRow_keepsTheMark();
     void rename_refusedName_showsErrorAndKeepsRow();
     void rename_cancelled_changesNothing();
 
@@ -239,7 +239,7 @@ void PrinterDriverManagerDlgTest::cleanupTestCase()
     manager()->unload();
 }
 
-void PrinterDriverManagerDlgTest::form_asDesigned()
+void PrinterDriverManagerDlgTest::form_matchesTheDesign()
 {
     QWidget parent;
     PrinterDriverManagerDlg dialog(&parent);
@@ -255,7 +255,7 @@ void PrinterDriverManagerDlgTest::form_asDesigned()
     QVERIFY(listOf(&dialog)->uniformItemSizes());
 }
 
-void PrinterDriverManagerDlgTest::form_buttonStylesAndDefaults()
+void PrinterDriverManagerDlgTest::buttons_areStyledAndQuitIsTheDefault()
 {
     PrinterDriverManagerDlg dialog(nullptr);
     const QList<QPushButton *> buttons =
@@ -271,7 +271,7 @@ void PrinterDriverManagerDlgTest::form_buttonStylesAndDefaults()
     QVERIFY(button(&dialog, QStringLiteral("btn_quit_"))->isDefault());
 }
 
-void PrinterDriverManagerDlgTest::form_slotsInOrder()
+void PrinterDriverManagerDlgTest::metaObject_declaresTheSlotsInOrder()
 {
     QStringList expected;
     for (const QString &operation : operations)
@@ -290,7 +290,7 @@ void PrinterDriverManagerDlgTest::emptyList_leavesRowButtonsDisabled()
     QVERIFY(button(&dialog, QStringLiteral("btn_modifyDriverShowName_"))->isEnabled());
 }
 
-void PrinterDriverManagerDlgTest::noDefault_firstRowCurrentWithoutMark()
+void PrinterDriverManagerDlgTest::list_withoutDefault_makesTheFirstRowCurrentWithoutMark()
 {
     installTwo(false);
     PrinterDriverManagerDlg dialog(nullptr);
@@ -357,7 +357,7 @@ void PrinterDriverManagerDlgTest::slots_withoutRow_logAnEmptyLineAndStop()
     QVERIFY(!QApplication::activeModalWidget());
 }
 
-void PrinterDriverManagerDlgTest::delete_defaultRow_clearsTheDefault_thenSetDefaultMarksOneRow()
+void PrinterDriverManagerDlgTest::delete_defaultRow_clearsTheDefaultUntilSetDefaultMarksOneRow()
 {
     installTwo(true);
     const QString id1610 = installSample(uv1610);
@@ -461,7 +461,7 @@ void PrinterDriverManagerDlgTest::setDefault_failure_warnsAndKeepsTheList()
     QCOMPARE(settingInFile(QStringLiteral("defaultDriverId")), id3220_);
 }
 
-void PrinterDriverManagerDlgTest::rename_default_keepsTheMark()
+void PrinterDriverManagerDlgTest::rename_defaultRow_keepsTheMark()
 {
     installTwo(true);
     PrinterDriverManagerDlg dialog(nullptr);

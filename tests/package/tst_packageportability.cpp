@@ -70,7 +70,7 @@ private slots:
 
     void cleanupTestCase() { manager()->unload(); }
 
-    void packageOfTheOtherPlatformIsImported()
+    void import_acceptsAPackageOfTheOtherPlatform()
     {
         const QString package = environmentPath("BEX_FOREIGN_PACKAGE");
         QVERIFY2(QFileInfo(package).isFile(),
@@ -106,7 +106,7 @@ private slots:
         QCOMPARE(driver->prsPath, SampleDriverFiles::prsPath(kSample));
     }
 
-    void packagesForTheOtherPlatformAreExported()
+    void export_writesPackagesForTheOtherPlatform()
     {
         const QString folder = environmentPath("BEX_EXPORT_DIR");
         QVERIFY2(!folder.isEmpty(), "BEX_EXPORT_DIR names no folder (run through CTest)");

@@ -180,7 +180,7 @@ private slots:
 
     void cleanupTestCase() { manager()->unload(); }
 
-    void archiverStandsInTheApplicationDirectory()
+    void archiver_standsInTheApplicationDirectory()
     {
 #ifdef Q_OS_WIN
         QCOMPARE(PrinterDriverPackageHelper::archiverPath(), TestAppDir::filePath(QStringLiteral("7z.exe")));
@@ -189,7 +189,7 @@ private slots:
 #endif
     }
 
-    void listingIsReadWithTheArchiversSeparator_data()
+    void listing_isReadWithTheArchiversSeparator_data()
     {
         QTest::addColumn<QByteArray>("path");
         QTest::addColumn<QChar>("separator");
@@ -227,7 +227,7 @@ private slots:
             << QByteArray("H\\\\bin\\a.icc") << backslash << QStringLiteral("empty name");
     }
 
-    void listingIsReadWithTheArchiversSeparator()
+    void listing_isReadWithTheArchiversSeparator()
     {
         QFETCH(QByteArray, path);
         QFETCH(QChar, separator);
@@ -245,7 +245,7 @@ private slots:
 
     // 7-Zip ends the listing of an archive it warned about with a count of
     // the warnings; inside an entry's block such a line is not understood.
-    void listingEndingWithAWarningCountIsRead_data()
+    void listing_endingWithAWarningCount_isRead_data()
     {
         QTest::addColumn<QByteArray>("tail");
         QTest::addColumn<QString>("refusal");
@@ -256,7 +256,7 @@ private slots:
                                      << QStringLiteral("package listing not understood");
     }
 
-    void listingEndingWithAWarningCountIsRead()
+    void listing_endingWithAWarningCount_isRead()
     {
         QFETCH(QByteArray, tail);
         QFETCH(QString, refusal);
@@ -269,12 +269,12 @@ private slots:
         QCOMPARE(PrinterDriverPackageHelper::listingRefusalReason(listing, QLatin1Char('/')), refusal);
     }
 
-    void archiverSeparatorIsThePlatformsOwn()
+    void archiverSeparator_isThePlatformsOwn()
     {
         QCOMPARE(PrinterDriverPackageHelper::archiverSeparator(), QDir::separator());
     }
 
-    void obtainDstFilePathMapsBelowTheRoot_data()
+    void obtainDstFilePath_mapsBelowTheRoot_data()
     {
         QTest::addColumn<QString>("source");
         QTest::addColumn<QString>("sourceRoot");
@@ -302,7 +302,7 @@ private slots:
                                        << "/w/driver/平板机.prs";
     }
 
-    void obtainDstFilePathMapsBelowTheRoot()
+    void obtainDstFilePath_mapsBelowTheRoot()
     {
         QFETCH(QString, source);
         QFETCH(QString, sourceRoot);
@@ -314,7 +314,7 @@ private slots:
         QCOMPARE(log.count(QtCriticalMsg, QString()), 0);
     }
 
-    void obtainDstFilePathRefusesWhatLiesOutside_data()
+    void obtainDstFilePath_refusesWhatLiesOutside_data()
     {
         QTest::addColumn<QString>("source");
         QTest::newRow("other folder") << "/app/other/a.icc";
@@ -325,7 +325,7 @@ private slots:
         QTest::newRow("empty component") << "/app/dtp/bin//a.icc";
     }
 
-    void obtainDstFilePathRefusesWhatLiesOutside()
+    void obtainDstFilePath_refusesWhatLiesOutside()
     {
         QFETCH(QString, source);
         LogCapture log;
@@ -340,7 +340,7 @@ private slots:
             qPrintable(lines.first().function));
     }
 
-    void entryRefusalReasonNamesWhatCannotBeUnpacked_data()
+    void entryRefusalReason_namesWhatCannotBeUnpacked_data()
     {
         QTest::addColumn<QString>("path");
         QTest::addColumn<QString>("reason");
@@ -388,7 +388,7 @@ private slots:
             << "bin/" + QString(86, QChar(0x5e73)) << "longer than 255 bytes";
     }
 
-    void entryRefusalReasonNamesWhatCannotBeUnpacked()
+    void entryRefusalReason_namesWhatCannotBeUnpacked()
     {
         QFETCH(QString, path);
         QFETCH(QString, reason);
@@ -399,7 +399,7 @@ private slots:
             QVERIFY2(actual.contains(reason), qPrintable(actual));
     }
 
-    void exportHoldsOneTopFolderWithEveryProfileOnce_data()
+    void export_holdsOneTopFolderWithEveryProfileOnce_data()
     {
         QTest::addColumn<QString>("baseName");
         QTest::newRow("1610") << "BexUV1610_CMYKLcLm";
@@ -407,7 +407,7 @@ private slots:
         QTest::newRow("3220") << "BexUV3220_8C";
     }
 
-    void exportHoldsOneTopFolderWithEveryProfileOnce()
+    void export_holdsOneTopFolderWithEveryProfileOnce()
     {
         QFETCH(QString, baseName);
         LogCapture log;
@@ -434,7 +434,7 @@ private slots:
         QVERIFY(log.contains(QtDebugMsg, QStringLiteral("program:")));
     }
 
-    void profileNamedByManyCombinationsIsListedEachTimeAndPackedOnce()
+    void export_profileOfManyCombinations_isListedEachTimeAndPackedOnce()
     {
         const auto driver = installSample(kSample);
         QVERIFY(driver);
@@ -464,14 +464,14 @@ private slots:
                     .isFile());
     }
 
-    void readDriverInfoOfAnUnknownDriverFails()
+    void readDriverInfo_unknownDriver_fails()
     {
         LogCapture log;
         QVERIFY(!PrinterDriverPackageHelper(nullptr).readDriverInfo(QStringLiteral("no such driver")));
         QVERIFY(log.contains(QtCriticalMsg, QStringLiteral("SelectPrinterDriverPrs failed")));
     }
 
-    void exportAndImportKeepAPackageThatExistsAlreadyApart()
+    void exportAndImport_keepAnExistingPackageApart()
     {
         QString package;
         QVERIFY(exportSample(kSample, &package));
@@ -485,7 +485,7 @@ private slots:
     // The package is written under a name of its own before it takes the
     // chosen file's place: a file of the user's that bears the chosen name
     // with some suffix is never touched, and nothing else is left.
-    void exportKeepsAUserFileNamedLikeThePackageWithASuffix()
+    void export_keepsAUserFileNamedLikeThePackageWithASuffix()
     {
         QVERIFY(TestAppDir::writeFile(QStringLiteral("packages/BexUV2513_CMYKWV.bex_driver.partial"),
                                       "user data"));
@@ -505,7 +505,7 @@ private slots:
     // A package that cannot take the chosen file's place makes the export
     // fail (the manager dialog then says so); what stood there is kept as
     // it was and the new package is not left lying beside it.
-    void exportThatCannotReplaceTheChosenFolderFailsAndKeepsIt()
+    void export_chosenFolderCannotBeReplaced_failsAndKeepsIt()
     {
         QVERIFY(TestAppDir::writeFile(QStringLiteral("packages/taken.bex_driver/inside.txt"), "kept"));
         const auto driver = installSample(kSample);
@@ -529,7 +529,7 @@ private slots:
 
     // An old package that may not be replaced (immutable, or its folder
     // not writable) stays byte for byte, and the export fails.
-    void exportThatCannotReplaceAnOldPackageFailsAndKeepsIt()
+    void export_replaceFails_keepsTheOldPackage()
     {
         QString package;
         QVERIFY(exportSample(kSample, &package));
@@ -554,7 +554,7 @@ private slots:
         QCOMPARE(left, QStringList{QStringLiteral("BexUV2513_CMYKWV.bex_driver")});
     }
 
-    void importIntoAFreshApplicationDirectoryInstallsTheSameDriver()
+    void import_intoAFreshApplicationDirectory_installsTheSameDriver()
     {
         QString package;
         const auto original = installSample(kSample);
@@ -602,7 +602,7 @@ private slots:
         QCOMPARE(folderEntries(QStringLiteral("cache/import")), QStringList());
     }
 
-    void importingAgainAddsTheDriverWithSuffixOne()
+    void import_again_addsTheDriverWithSuffixOne()
     {
         QString package;
         QVERIFY(exportSample(kSample, &package));
@@ -637,7 +637,7 @@ private slots:
                  QStringList{TestAppDir::filePath(QStringLiteral("dtp/driver/BexUV2513_CMYKWV_2.prs"))});
     }
 
-    void answeringNoToTheOverwriteQuestionChangesNothing()
+    void overwriteQuestion_answeredNo_changesNothing()
     {
         QString package;
         QVERIFY(exportSample(kSample, &package));
@@ -665,7 +665,7 @@ private slots:
         QCOMPARE(folderEntries(QStringLiteral("cache/import")), QStringList());
     }
 
-    void closingTheOverwriteQuestionChangesNothing()
+    void overwriteQuestion_closed_changesNothing()
     {
         QString package;
         QVERIFY(exportSample(kSample, &package));
@@ -679,7 +679,7 @@ private slots:
         QCOMPARE(appDirSnapshot(), before);
     }
 
-    void exportWithoutArchiverReportsSuccessAndLeavesNothing()
+    void export_withoutArchiver_reportsSuccessAndLeavesNothing()
     {
         QVERIFY(hideArchiver());
         QString package;
@@ -701,7 +701,7 @@ private slots:
         QVERIFY(!QFileInfo::exists(package));
     }
 
-    void importWithoutArchiverIsRefused()
+    void import_withoutArchiver_isRefused()
     {
         QString package;
         QVERIFY(exportSample(kSample, &package));
@@ -720,7 +720,7 @@ private slots:
                  qPrintable(lines.first().function));
     }
 
-    void exportOfAFileOutsideDtpEndsWithCheckYourCode()
+    void export_fileOutsideDtp_endsWithCheckYourCode()
     {
         QVERIFY(TestAppDir::writeFile(QStringLiteral("elsewhere/H.pdv"), "pdv"));
         PrinterDriverPackageHelper::Package package;
@@ -738,7 +738,7 @@ private slots:
         QVERIFY(QFileInfo(work + QStringLiteral("BexUV2513_CMYKWV/driver/BexUV2513_CMYKWV.prs")).isFile());
     }
 
-    void failedCopyReportsSuccessAndKeepsTheWorkingFolder_data()
+    void import_copyFails_reportsSuccessAndKeepsTheWorkingFolder_data()
     {
         QTest::addColumn<QString>("blocked");
         QTest::addColumn<bool>("prsListed");
@@ -746,7 +746,7 @@ private slots:
         QTest::newRow("after the prs file") << "driver/zz.dat" << true;
     }
 
-    void failedCopyReportsSuccessAndKeepsTheWorkingFolder()
+    void import_copyFails_reportsSuccessAndKeepsTheWorkingFolder()
     {
         QFETCH(QString, blocked);
         QFETCH(bool, prsListed);
@@ -778,7 +778,7 @@ private slots:
     // 7-Zip's exit code 1 means it packed with warnings, a file it could
     // not read: the package would lack it, so none is written and an old
     // one stays.
-    void exportThatTheArchiverWarnsAboutWritesNoPackage()
+    void export_archiverWarns_writesNoPackage()
     {
         const auto driver = installSample(kSample);
         QVERIFY(driver);
@@ -815,7 +815,7 @@ private slots:
 
     // An entry whose bytes do not match its CRC is an error (exit code 2):
     // the import is refused.
-    void damagedEntryIsAnErrorAndRefused()
+    void import_damagedEntry_isAnErrorAndRefused()
     {
         ZipWriter zip;
         addValidEntries(zip);
@@ -837,7 +837,7 @@ private slots:
 
     // Data after the end of an archive is a remark of the archiver, printed
     // as a warning with exit code 0: the package is imported.
-    void dataAfterTheEndOfThePackageDoesNotStopTheImport()
+    void import_dataAfterTheEndOfThePackage_doesNotStopIt()
     {
         QString package;
         QVERIFY(exportSample(kSample, &package));
@@ -868,7 +868,7 @@ private slots:
     // 7-Zip for Windows, unless told to write UTF-8, writes a Chinese name
     // in the OEM code page with its UTF-8 form in an extra field: every
     // platform installs the file under the name as it was written.
-    void codePageNameWithItsUtf8FormIsImported()
+    void import_codePageNameWithItsUtf8Form_isImported()
     {
         const QByteArray gbk("H/bin/ICC Profile/RGB/\xc6\xbd\xb0\xe5\xbb\xfa.icc");
         const QString name = QStringLiteral("bin/ICC Profile/RGB/平板机.icc");
@@ -889,7 +889,7 @@ private slots:
         QCOMPARE(log.count(QtCriticalMsg, QString()), 0);
     }
 
-    void storedNamesAreReadFromTheCentralDirectory_data()
+    void import_readsStoredNamesFromTheCentralDirectory_data()
     {
         QTest::addColumn<QByteArray>("archive");
         QTest::addColumn<QString>("refusal");
@@ -937,7 +937,7 @@ private slots:
         QTest::newRow("more entries claimed than stored") << countTooHigh << "cannot be read";
     }
 
-    void storedNamesAreReadFromTheCentralDirectory()
+    void import_readsStoredNamesFromTheCentralDirectory()
     {
         QFETCH(QByteArray, archive);
         QFETCH(QString, refusal);
@@ -952,7 +952,7 @@ private slots:
             QVERIFY2(reason.contains(refusal), qPrintable(reason));
     }
 
-    void hostilePackageIsRefused_data()
+    void import_hostilePackage_isRefused_data()
     {
         QTest::addColumn<QByteArray>("archive");
         QTest::addColumn<QString>("critical");
@@ -1087,7 +1087,7 @@ private slots:
         QTest::newRow("empty file") << QByteArray() << "package cannot be read";
     }
 
-    void hostilePackageIsRefused()
+    void import_hostilePackage_isRefused()
     {
         QFETCH(QByteArray, archive);
         QFETCH(QString, critical);
@@ -1108,7 +1108,7 @@ private slots:
         QVERIFY(QDir(linkTarget).removeRecursively());
     }
 
-    void hardLinkedFilesAreRefused()
+    void import_hardLinkedFiles_areRefused()
     {
         // 7-Zip keeps hard links in tar archives; the package's name does not
         // tell what kind of archive it is.
@@ -1126,7 +1126,7 @@ private slots:
         expectRefused(package, QStringLiteral("link"));
     }
 
-    void tarArchiveIsRefused()
+    void import_tarArchive_isRefused()
     {
         QVERIFY(TestAppDir::writeFile(QStringLiteral("packages/tar/H/bin/a.icc"), "icc"));
         QVERIFY(TestAppDir::writeFile(QStringLiteral("packages/tar/H/driver/H.prs"), "prs"));
@@ -1140,7 +1140,7 @@ private slots:
         expectRefused(package, QStringLiteral("not a zip archive"));
     }
 
-    void destinationFolderThatIsALinkIsRefused()
+    void import_destinationFolderIsALink_isRefused()
     {
         // The installation's own folder leads elsewhere: an import never
         // writes through it.
@@ -1165,7 +1165,7 @@ private slots:
         QCOMPARE(QDir(outside).entryList(QDir::AllEntries | QDir::NoDotAndDotDot), QStringList());
     }
 
-    void destinationFileThatIsALinkIsRefused()
+    void import_destinationFileIsALink_isRefused()
     {
         const QString outside = TestAppDir::filePath(QStringLiteral("outside.icc"));
         QVERIFY(TestAppDir::writeFile(QStringLiteral("outside.icc"), "outside"));

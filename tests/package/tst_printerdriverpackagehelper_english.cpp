@@ -26,7 +26,7 @@ private slots:
 
     void cleanupTestCase() { PrinterDriverManager::instance()->unload(); }
 
-    void overwriteQuestionIsInEnglish()
+    void overwriteQuestion_isInEnglish()
     {
         PrinterDriverManager *manager = PrinterDriverManager::instance();
         const auto driver =

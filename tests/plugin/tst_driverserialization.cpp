@@ -111,39 +111,39 @@ class DriverSerializationTest : public QObject
     Q_OBJECT
 
 private slots:
-    void serializesToTheCompactSortedDocument();
-    void roundTripKeepsModeIdAndPath();
-    void roundTripKeepsNonAsciiPath();
-    void serializeWritesWhatQJsonDocumentWrites_data();
-    void serializeWritesWhatQJsonDocumentWrites();
-    void serializeWritesEveryCharacterAsQJsonDocumentDoes();
-    void serializeOfNullDriverIsEmptyAndSilent();
-    void serializeRefusesForeignKind();
-    void unserializeOfEmptyInputIsNullAndSilent();
-    void unserializeRefusesSyntaxErrorWithItsCode();
-    void unserializeRefusesWhitespaceOnlyAsParseError();
-    void unserializeRefusesWrongVersion_data();
-    void unserializeRefusesWrongVersion();
-    void unserializeRefusesTypeMismatch_data();
-    void unserializeRefusesTypeMismatch();
-    void unserializeWithoutInfoGivesModeZeroAndEmptyPath();
-    void unserializeRefusesPathWithNul_data();
-    void unserializeRefusesPathWithNul();
-    void unserializeAcceptsAnyKeyOrderAndWhitespace();
-    void unserializeLogsTheMetaData();
+    void serialize_writesTheCompactSortedDocument();
+    void roundTrip_keepsModeIdAndPath();
+    void roundTrip_keepsANonAsciiPath();
+    void serialize_writesWhatQJsonDocumentWrites_data();
+    void serialize_writesWhatQJsonDocumentWrites();
+    void serialize_writesEveryCharacterAsQJsonDocumentDoes();
+    void serialize_nullDriver_isEmptyAndSilent();
+    void serialize_refusesAForeignKind();
+    void unserialize_emptyInput_isNullAndSilent();
+    void unserialize_refusesASyntaxErrorWithItsCode();
+    void unserialize_whitespaceOnly_isRefusedAsParseError();
+    void unserialize_refusesAWrongVersion_data();
+    void unserialize_refusesAWrongVersion();
+    void unserialize_refusesATypeMismatch_data();
+    void unserialize_refusesATypeMismatch();
+    void unserialize_withoutInfo_givesModeZeroAndEmptyPath();
+    void unserialize_refusesAPathWithNul_data();
+    void unserialize_refusesAPathWithNul();
+    void unserialize_acceptsAnyKeyOrderAndWhitespace();
+    void unserialize_logsTheMetaData();
 
-    void getRipEngineDriverOfNullIsNull();
-    void getRipEngineDriverRefusesForeignKind();
-    void getRipEngineDriverCopiesPathAndModeId();
+    void getRipEngineDriver_ofNull_isNull();
+    void getRipEngineDriver_refusesAForeignKind();
+    void getRipEngineDriver_copiesPathAndModeId();
 
-    void removePrsFileDeletesTheFile();
-    void removePrsFileOfMissingFileReturnsZero();
+    void removePrsFile_deletesTheFile();
+    void removePrsFile_missingFile_returnsZero();
 
-    void driverInfoStartsEmptyWithModeMinusOne();
-    void everyObjectReportsTheSameKindPointer();
+    void driverInfo_startsEmptyWithModeMinusOne();
+    void kind_isTheSamePointerForEveryObject();
 };
 
-void DriverSerializationTest::serializesToTheCompactSortedDocument()
+void DriverSerializationTest::serialize_writesTheCompactSortedDocument()
 {
     BexRipEngineDriverUI_RipServer module;
     const QByteArray bytes =
@@ -151,7 +151,7 @@ void DriverSerializationTest::serializesToTheCompactSortedDocument()
     QCOMPARE(bytes, QByteArray(exampleDocument));
 }
 
-void DriverSerializationTest::roundTripKeepsModeIdAndPath()
+void DriverSerializationTest::roundTrip_keepsModeIdAndPath()
 {
     BexRipEngineDriverUI_RipServer module;
     const auto original = makeDriver(-7, QStringLiteral("/srv/rip/app/dtp/bin/1_2_3.temp.prs"));
@@ -162,7 +162,7 @@ void DriverSerializationTest::roundTripKeepsModeIdAndPath()
              QStringLiteral("/srv/rip/app/dtp/bin/1_2_3.temp.prs"));
 }
 
-void DriverSerializationTest::roundTripKeepsNonAsciiPath()
+void DriverSerializationTest::roundTrip_keepsANonAsciiPath()
 {
     BexRipEngineDriverUI_RipServer module;
     const QString path = QStringLiteral("D:/打印 机/dtp/bin/\"quoted\"\\back.temp.prs");
@@ -185,7 +185,7 @@ QByteArray documentOf(int modeId, const QString &givenPath)
         .toJson(QJsonDocument::Compact);
 }
 
-void DriverSerializationTest::serializeWritesWhatQJsonDocumentWrites_data()
+void DriverSerializationTest::serialize_writesWhatQJsonDocumentWrites_data()
 {
     QTest::addColumn<int>("modeId");
     QTest::addColumn<QString>("path");
@@ -198,7 +198,7 @@ void DriverSerializationTest::serializeWritesWhatQJsonDocumentWrites_data()
     QTest::newRow("lone surrogates") << 3 << (QString(QChar(0xD800)) + QChar(0x41) + QChar(0xDC00));
 }
 
-void DriverSerializationTest::serializeWritesWhatQJsonDocumentWrites()
+void DriverSerializationTest::serialize_writesWhatQJsonDocumentWrites()
 {
     QFETCH(int, modeId);
     QFETCH(QString, path);
@@ -206,7 +206,7 @@ void DriverSerializationTest::serializeWritesWhatQJsonDocumentWrites()
     QCOMPARE(module.serialize(makeDriver(modeId, path)), documentOf(modeId, path));
 }
 
-void DriverSerializationTest::serializeWritesEveryCharacterAsQJsonDocumentDoes()
+void DriverSerializationTest::serialize_writesEveryCharacterAsQJsonDocumentDoes()
 {
     BexRipEngineDriverUI_RipServer module;
     for (uint unit = 0; unit <= 0xFFFF; ++unit) {
@@ -220,7 +220,7 @@ void DriverSerializationTest::serializeWritesEveryCharacterAsQJsonDocumentDoes()
     }
 }
 
-void DriverSerializationTest::serializeOfNullDriverIsEmptyAndSilent()
+void DriverSerializationTest::serialize_nullDriver_isEmptyAndSilent()
 {
     LogCapture log;
     BexRipEngineDriverUI_RipServer module;
@@ -228,7 +228,7 @@ void DriverSerializationTest::serializeOfNullDriverIsEmptyAndSilent()
     QVERIFY2(log.entries().isEmpty(), qPrintable(log.dump()));
 }
 
-void DriverSerializationTest::serializeRefusesForeignKind()
+void DriverSerializationTest::serialize_refusesAForeignKind()
 {
     LogCapture log;
     BexRipEngineDriverUI_RipServer module;
@@ -237,7 +237,7 @@ void DriverSerializationTest::serializeRefusesForeignKind()
                    serializeFunction);
 }
 
-void DriverSerializationTest::unserializeOfEmptyInputIsNullAndSilent()
+void DriverSerializationTest::unserialize_emptyInput_isNullAndSilent()
 {
     LogCapture log;
     BexRipEngineDriverUI_RipServer module;
@@ -245,7 +245,7 @@ void DriverSerializationTest::unserializeOfEmptyInputIsNullAndSilent()
     QVERIFY2(log.entries().isEmpty(), qPrintable(log.dump()));
 }
 
-void DriverSerializationTest::unserializeRefusesSyntaxErrorWithItsCode()
+void DriverSerializationTest::unserialize_refusesASyntaxErrorWithItsCode()
 {
     LogCapture log;
     BexRipEngineDriverUI_RipServer module;
@@ -259,7 +259,7 @@ void DriverSerializationTest::unserializeRefusesSyntaxErrorWithItsCode()
                    unserializeFunction);
 }
 
-void DriverSerializationTest::unserializeRefusesWhitespaceOnlyAsParseError()
+void DriverSerializationTest::unserialize_whitespaceOnly_isRefusedAsParseError()
 {
     // Qt reports a parse error for every input that would give an empty
     // document, so white space alone ends at the parse error.
@@ -270,7 +270,7 @@ void DriverSerializationTest::unserializeRefusesWhitespaceOnlyAsParseError()
     QCOMPARE(log.count(QtCriticalMsg, QStringLiteral("解析的json为空")), 0);
 }
 
-void DriverSerializationTest::unserializeRefusesWrongVersion_data()
+void DriverSerializationTest::unserialize_refusesAWrongVersion_data()
 {
     QTest::addColumn<QByteArray>("document");
     QTest::newRow("1.1") << QByteArray(
@@ -283,13 +283,13 @@ void DriverSerializationTest::unserializeRefusesWrongVersion_data()
         R"({"meta":{"type":"BexRipEngine_RipServer","mainVersion":"1","subVersion":"0"},"info":{"modeId":1}})");
 }
 
-void DriverSerializationTest::unserializeRefusesWrongVersion()
+void DriverSerializationTest::unserialize_refusesAWrongVersion()
 {
     QFETCH(QByteArray, document);
     verifyRefusedAfterMetaTrace(document, QtWarningMsg, QStringLiteral("版本不匹配"));
 }
 
-void DriverSerializationTest::unserializeRefusesPathWithNul_data()
+void DriverSerializationTest::unserialize_refusesAPathWithNul_data()
 {
     QTest::addColumn<QByteArray>("document");
     // removePrsFile() would have deleted "D:/app/dtp/bin/keep.prs".
@@ -304,13 +304,13 @@ void DriverSerializationTest::unserializeRefusesPathWithNul_data()
         R"("info":{"prsFilePath":"\u0000"}})");
 }
 
-void DriverSerializationTest::unserializeRefusesPathWithNul()
+void DriverSerializationTest::unserialize_refusesAPathWithNul()
 {
     QFETCH(QByteArray, document);
     verifyRefusedAfterMetaTrace(document, QtWarningMsg, QStringLiteral("路径含有空字符"));
 }
 
-void DriverSerializationTest::unserializeRefusesTypeMismatch_data()
+void DriverSerializationTest::unserialize_refusesATypeMismatch_data()
 {
     QTest::addColumn<QByteArray>("document");
     QTest::newRow("meta missing") << QByteArray(R"({"info":{"modeId":3,"prsFilePath":"x.prs"}})");
@@ -325,14 +325,14 @@ void DriverSerializationTest::unserializeRefusesTypeMismatch_data()
     QTest::newRow("empty object") << QByteArray("{}");
 }
 
-void DriverSerializationTest::unserializeRefusesTypeMismatch()
+void DriverSerializationTest::unserialize_refusesATypeMismatch()
 {
     QFETCH(QByteArray, document);
     // Neither a parse error nor an empty document is reported.
     verifyRefusedAfterMetaTrace(document, QtCriticalMsg, QStringLiteral("类型不匹配"));
 }
 
-void DriverSerializationTest::unserializeWithoutInfoGivesModeZeroAndEmptyPath()
+void DriverSerializationTest::unserialize_withoutInfo_givesModeZeroAndEmptyPath()
 {
     BexRipEngineDriverUI_RipServer module;
     const auto driver = asOurs(
@@ -342,7 +342,7 @@ void DriverSerializationTest::unserializeWithoutInfoGivesModeZeroAndEmptyPath()
     QVERIFY(driver->prsFilePath.empty());
 }
 
-void DriverSerializationTest::unserializeAcceptsAnyKeyOrderAndWhitespace()
+void DriverSerializationTest::unserialize_acceptsAnyKeyOrderAndWhitespace()
 {
     BexRipEngineDriverUI_RipServer module;
     const QByteArray document =
@@ -355,7 +355,7 @@ void DriverSerializationTest::unserializeAcceptsAnyKeyOrderAndWhitespace()
     QCOMPARE(QString::fromStdWString(driver->prsFilePath), QStringLiteral("a/b.prs"));
 }
 
-void DriverSerializationTest::unserializeLogsTheMetaData()
+void DriverSerializationTest::unserialize_logsTheMetaData()
 {
     LogCapture log;
     BexRipEngineDriverUI_RipServer module;
@@ -365,7 +365,7 @@ void DriverSerializationTest::unserializeLogsTheMetaData()
                    unserializeFunction);
 }
 
-void DriverSerializationTest::getRipEngineDriverOfNullIsNull()
+void DriverSerializationTest::getRipEngineDriver_ofNull_isNull()
 {
     LogCapture log;
     BexRipEngineDriverUI_RipServer module;
@@ -373,7 +373,7 @@ void DriverSerializationTest::getRipEngineDriverOfNullIsNull()
     QVERIFY(log.entries().isEmpty());
 }
 
-void DriverSerializationTest::getRipEngineDriverRefusesForeignKind()
+void DriverSerializationTest::getRipEngineDriver_refusesAForeignKind()
 {
     LogCapture log;
     BexRipEngineDriverUI_RipServer module;
@@ -384,7 +384,7 @@ void DriverSerializationTest::getRipEngineDriverRefusesForeignKind()
                    getRipEngineDriverFunction);
 }
 
-void DriverSerializationTest::getRipEngineDriverCopiesPathAndModeId()
+void DriverSerializationTest::getRipEngineDriver_copiesPathAndModeId()
 {
     BexRipEngineDriverUI_RipServer module;
     auto info = QSharedPointer<DriverInfo_RipServer>::create();
@@ -398,7 +398,7 @@ void DriverSerializationTest::getRipEngineDriverCopiesPathAndModeId()
     QCOMPARE(ours->modeId, 4);
 }
 
-void DriverSerializationTest::removePrsFileDeletesTheFile()
+void DriverSerializationTest::removePrsFile_deletesTheFile()
 {
     const QString relative = QStringLiteral("dtp/bin/remove me 删除.temp.prs");
     QVERIFY(TestAppDir::writeFile(relative, "prs"));
@@ -408,7 +408,7 @@ void DriverSerializationTest::removePrsFileDeletesTheFile()
     QVERIFY(!QFile::exists(TestAppDir::filePath(relative)));
 }
 
-void DriverSerializationTest::removePrsFileOfMissingFileReturnsZero()
+void DriverSerializationTest::removePrsFile_missingFile_returnsZero()
 {
     BexRipEngineDriver_RipServer driver;
     driver.prsFilePath = TestAppDir::filePath(QStringLiteral("dtp/bin/never-made.temp.prs")).toStdWString();
@@ -417,7 +417,7 @@ void DriverSerializationTest::removePrsFileOfMissingFileReturnsZero()
     QCOMPARE(empty.removePrsFile(), 0);
 }
 
-void DriverSerializationTest::driverInfoStartsEmptyWithModeMinusOne()
+void DriverSerializationTest::driverInfo_startsEmptyWithModeMinusOne()
 {
     DriverInfo_RipServer info;
     QVERIFY(info.prsFilePath.isEmpty());
@@ -432,7 +432,7 @@ void DriverSerializationTest::driverInfoStartsEmptyWithModeMinusOne()
     QCOMPARE(driver.modeId, -1);
 }
 
-void DriverSerializationTest::everyObjectReportsTheSameKindPointer()
+void DriverSerializationTest::kind_isTheSamePointerForEveryObject()
 {
     BexRipEngineDriverUI_RipServer module;
     DriverInfo_RipServer info;

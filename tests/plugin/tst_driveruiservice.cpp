@@ -134,19 +134,19 @@ private slots:
     void initTestCase();
     void cleanupTestCase();
 
-    void managerWithNullCallbackReturnsTrueWithoutDefaultDriver();
-    void managerWithoutDefaultDriverCallsBackWithNothing();
-    void propertyStepWithoutDefaultDriverWarnsAndFails();
-    void managerCallsBackWithTheDefaultDriverChosenThere();
-    void rejectedPropertyDialogFailsAndCopiesNothing();
-    void acceptedPropertyStepHandsOutACopyOfTheDriver();
-    void nullPropertyCallbackSucceedsAndCopiesNothing();
-    void promptSwitchedOffShowsNoDialogAndKeepsTheOption();
-    void twoQuickCallsGetNamesThatDifferInTheSequence();
-    void readOnlyDriverFileGivesARemovableCopy();
-    void existingTemporaryPathFailsTheCopy();
-    void getRipEngineDriverOfNullIsNull();
-    void getRipEngineDriverRefusesAnotherModulesKind();
+    void manager_nullCallback_returnsTrueWithoutDefaultDriver();
+    void manager_withoutDefaultDriver_callsBackWithNothing();
+    void propertyStep_withoutDefaultDriver_warnsAndFails();
+    void manager_callsBackWithTheDefaultDriverChosenThere();
+    void propertyStep_dialogRejected_failsAndCopiesNothing();
+    void propertyStep_accepted_handsOutACopyOfTheDriver();
+    void propertyStep_nullCallback_succeedsAndCopiesNothing();
+    void propertyStep_promptSwitchedOff_showsNoDialogAndKeepsTheOption();
+    void propertyStep_twoQuickCalls_getCopiesThatDifferInTheSequence();
+    void propertyStep_readOnlyDriverFile_givesARemovableCopy();
+    void propertyStep_temporaryPathTaken_failsTheCopy();
+    void getRipEngineDriver_ofNull_isNull();
+    void getRipEngineDriver_refusesAnotherModulesKind();
 
 private:
     // Installs two sample drivers with the library itself, as an earlier
@@ -242,7 +242,7 @@ bool DriverUiServiceTest::propertyStep(UserScript &script, const RipExtraOption 
     return result;
 }
 
-void DriverUiServiceTest::managerWithNullCallbackReturnsTrueWithoutDefaultDriver()
+void DriverUiServiceTest::manager_nullCallback_returnsTrueWithoutDefaultDriver()
 {
     UserScript script;
     script.click(managerDlg, QStringLiteral("btn_quit_"));
@@ -252,7 +252,7 @@ void DriverUiServiceTest::managerWithNullCallbackReturnsTrueWithoutDefaultDriver
     QVERIFY(result);
 }
 
-void DriverUiServiceTest::managerWithoutDefaultDriverCallsBackWithNothing()
+void DriverUiServiceTest::manager_withoutDefaultDriver_callsBackWithNothing()
 {
     UserScript script;
     script.click(managerDlg, QStringLiteral("btn_quit_"));
@@ -267,7 +267,7 @@ void DriverUiServiceTest::managerWithoutDefaultDriverCallsBackWithNothing()
     QCOMPARE(callback.spotColors, QStringList());
 }
 
-void DriverUiServiceTest::propertyStepWithoutDefaultDriverWarnsAndFails()
+void DriverUiServiceTest::propertyStep_withoutDefaultDriver_warnsAndFails()
 {
     // The manager opens first; the operator leaves it without choosing.
     UserScript script;
@@ -301,7 +301,7 @@ void DriverUiServiceTest::propertyStepWithoutDefaultDriverWarnsAndFails()
     QVERIFY(tempFiles().isEmpty());
 }
 
-void DriverUiServiceTest::managerCallsBackWithTheDefaultDriverChosenThere()
+void DriverUiServiceTest::manager_callsBackWithTheDefaultDriverChosenThere()
 {
     UserScript script;
     script.inspect(managerDlg, [&](QWidget *dialog) {
@@ -320,7 +320,7 @@ void DriverUiServiceTest::managerCallsBackWithTheDefaultDriverChosenThere()
     QCOMPARE(callback.spotColors, (QStringList{QStringLiteral("White"), QStringLiteral("Varnish")}));
 }
 
-void DriverUiServiceTest::rejectedPropertyDialogFailsAndCopiesNothing()
+void DriverUiServiceTest::propertyStep_dialogRejected_failsAndCopiesNothing()
 {
     UserScript script;
     script.click(propertyDlg, QStringLiteral("btn_cancel_"));
@@ -335,7 +335,7 @@ void DriverUiServiceTest::rejectedPropertyDialogFailsAndCopiesNothing()
         QVERIFY2(entry.file != moduleSource || entry.type == QtDebugMsg, qPrintable(entry.message));
 }
 
-void DriverUiServiceTest::acceptedPropertyStepHandsOutACopyOfTheDriver()
+void DriverUiServiceTest::propertyStep_accepted_handsOutACopyOfTheDriver()
 {
     UserScript script;
     bool shownAsGiven = false;
@@ -408,7 +408,7 @@ void DriverUiServiceTest::acceptedPropertyStepHandsOutACopyOfTheDriver()
     QVERIFY(QFile::exists(prsPaths_.value(uv2513)));
 }
 
-void DriverUiServiceTest::nullPropertyCallbackSucceedsAndCopiesNothing()
+void DriverUiServiceTest::propertyStep_nullCallback_succeedsAndCopiesNothing()
 {
     UserScript script;
     script.click(propertyDlg, QStringLiteral("btn_ok_"));
@@ -419,7 +419,7 @@ void DriverUiServiceTest::nullPropertyCallbackSucceedsAndCopiesNothing()
     QVERIFY(tempFiles().isEmpty());
 }
 
-void DriverUiServiceTest::promptSwitchedOffShowsNoDialogAndKeepsTheOption()
+void DriverUiServiceTest::propertyStep_promptSwitchedOff_showsNoDialogAndKeepsTheOption()
 {
     // The operator switches the prompt off in the dialog itself.
     UserScript script;
@@ -451,7 +451,7 @@ void DriverUiServiceTest::promptSwitchedOffShowsNoDialogAndKeepsTheOption()
     QCOMPARE(removeCopy(callback.info), 1);
 }
 
-void DriverUiServiceTest::twoQuickCallsGetNamesThatDifferInTheSequence()
+void DriverUiServiceTest::propertyStep_twoQuickCalls_getCopiesThatDifferInTheSequence()
 {
     // With the prompt off nothing waits between the two calls; should they
     // fall in one millisecond, the sequence number still tells them apart.
@@ -476,7 +476,7 @@ void DriverUiServiceTest::twoQuickCallsGetNamesThatDifferInTheSequence()
     QCOMPARE(removeCopy(second.info), 1);
 }
 
-void DriverUiServiceTest::readOnlyDriverFileGivesARemovableCopy()
+void DriverUiServiceTest::propertyStep_readOnlyDriverFile_givesARemovableCopy()
 {
     // The driver's .prs file is read-only. A copy keeps its permissions
     // (on Windows its read-only attribute, which stops DeleteFile), yet the
@@ -508,7 +508,7 @@ void DriverUiServiceTest::readOnlyDriverFileGivesARemovableCopy()
     QVERIFY(QFile::exists(prs));
 }
 
-void DriverUiServiceTest::existingTemporaryPathFailsTheCopy()
+void DriverUiServiceTest::propertyStep_temporaryPathTaken_failsTheCopy()
 {
     // Files stand at every name the next call can make while it runs: one
     // per millisecond of a window of three seconds. Making a file can take
@@ -575,14 +575,14 @@ void DriverUiServiceTest::existingTemporaryPathFailsTheCopy()
     QVERIFY(tempFiles().isEmpty());
 }
 
-void DriverUiServiceTest::getRipEngineDriverOfNullIsNull()
+void DriverUiServiceTest::getRipEngineDriver_ofNull_isNull()
 {
     LogCapture log;
     QVERIFY(ui_->getRipEngineDriver({}).isNull());
     QVERIFY2(log.entries().isEmpty(), qPrintable(log.dump()));
 }
 
-void DriverUiServiceTest::getRipEngineDriverRefusesAnotherModulesKind()
+void DriverUiServiceTest::getRipEngineDriver_refusesAnotherModulesKind()
 {
     auto info = QSharedPointer<ForeignDriverInfo>::create();
     info->prsFilePath = tempFolder() + QStringLiteral("other.prs");

@@ -12,10 +12,10 @@ class HostInitializeTest : public QObject
     Q_OBJECT
 
 private slots:
-    void initializeFailsWhileRefusedAndSucceedsOnALaterTry();
+    void initialize_whileRefused_failsAndSucceedsOnALaterTry();
 };
 
-void HostInitializeTest::initializeFailsWhileRefusedAndSucceedsOnALaterTry()
+void HostInitializeTest::initialize_whileRefused_failsAndSucceedsOnALaterTry()
 {
     RefusingPrintParams printParams;
     QVERIFY2(printParams.load(), qPrintable(printParams.library.errorString()));

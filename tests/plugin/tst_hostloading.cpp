@@ -64,14 +64,14 @@ private slots:
     void initTestCase();
     void cleanupTestCase();
 
-    void exportsOnlyTheSixHostFunctions();
-    void kindIsTheSamePointerEverywhere();
-    void versionIsOneZeroZero();
-    void versionSkipsNullPointers();
-    void destroyOfNullDoesNothing();
-    void initializeSucceedsWithTheOpenLibraryAndAgainAfterUnInitialize();
-    void moduleObjectsKeepDriversThroughSerialization();
-    void setLanguageInstallsTheEnglishTexts();
+    void module_exportsOnlyTheSixHostFunctions();
+    void kind_isTheSamePointerEverywhere();
+    void version_isOneZeroZero();
+    void version_skipsNullPointers();
+    void destroy_ofNull_doesNothing();
+    void initialize_withTheOpenLibrary_succeedsAndAgainAfterUnInitialize();
+    void moduleObjects_keepDriversThroughSerialization();
+    void setLanguage_installsTheEnglishTexts();
 
 private:
     QLibrary library_{QStringLiteral(BEX_MODULE_PATH)};
@@ -107,7 +107,7 @@ void HostLoadingTest::cleanupTestCase()
         unInitialize_();
 }
 
-void HostLoadingTest::exportsOnlyTheSixHostFunctions()
+void HostLoadingTest::module_exportsOnlyTheSixHostFunctions()
 {
     QVERIFY(library_.isLoaded());
     const QStringList exported = exportedNames(library_);
@@ -122,7 +122,7 @@ void HostLoadingTest::exportsOnlyTheSixHostFunctions()
     QCOMPARE(exported, expected);
 }
 
-void HostLoadingTest::kindIsTheSamePointerEverywhere()
+void HostLoadingTest::kind_isTheSamePointerEverywhere()
 {
     const wchar_t *kind = kind_();
     QVERIFY(kind);
@@ -144,7 +144,7 @@ void HostLoadingTest::kindIsTheSamePointerEverywhere()
     QCOMPARE(driver->kind(), kind);
 }
 
-void HostLoadingTest::versionIsOneZeroZero()
+void HostLoadingTest::version_isOneZeroZero()
 {
     unsigned major = 7, minor = 7, patch = 7;
     version_(&major, &minor, &patch);
@@ -153,7 +153,7 @@ void HostLoadingTest::versionIsOneZeroZero()
     QCOMPARE(patch, 0u);
 }
 
-void HostLoadingTest::versionSkipsNullPointers()
+void HostLoadingTest::version_skipsNullPointers()
 {
     version_(nullptr, nullptr, nullptr);
     unsigned minor = 9;
@@ -166,14 +166,14 @@ void HostLoadingTest::versionSkipsNullPointers()
     QCOMPARE(patch, 0u);
 }
 
-void HostLoadingTest::destroyOfNullDoesNothing()
+void HostLoadingTest::destroy_ofNull_doesNothing()
 {
     LogCapture log;
     destroy_(nullptr);
     QVERIFY(log.entries().isEmpty());
 }
 
-void HostLoadingTest::initializeSucceedsWithTheOpenLibraryAndAgainAfterUnInitialize()
+void HostLoadingTest::initialize_withTheOpenLibrary_succeedsAndAgainAfterUnInitialize()
 {
     QVERIFY(initialize_());
     QVERIFY(initialize_());
@@ -182,7 +182,7 @@ void HostLoadingTest::initializeSucceedsWithTheOpenLibraryAndAgainAfterUnInitial
     QVERIFY(initialize_());
 }
 
-void HostLoadingTest::moduleObjectsKeepDriversThroughSerialization()
+void HostLoadingTest::moduleObjects_keepDriversThroughSerialization()
 {
     IRipEngineDriverUI *ui = create_();
     const QByteArray document =
@@ -194,7 +194,7 @@ void HostLoadingTest::moduleObjectsKeepDriversThroughSerialization()
     destroy_(ui);
 }
 
-void HostLoadingTest::setLanguageInstallsTheEnglishTexts()
+void HostLoadingTest::setLanguage_installsTheEnglishTexts()
 {
     IRipEngineDriverUI *ui = create_();
     ui->setLanguage(QLocale::English);

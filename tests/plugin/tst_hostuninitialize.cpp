@@ -9,10 +9,10 @@ class HostUnInitializeTest : public QObject
     Q_OBJECT
 
 private slots:
-    void unInitializeWithoutInitializeMakesAndFreesOneHandler();
+    void unInitialize_withoutInitialize_makesAndFreesOneHandler();
 };
 
-void HostUnInitializeTest::unInitializeWithoutInitializeMakesAndFreesOneHandler()
+void HostUnInitializeTest::unInitialize_withoutInitialize_makesAndFreesOneHandler()
 {
     RefusingPrintParams printParams;
     QVERIFY2(printParams.load(), qPrintable(printParams.library.errorString()));

@@ -10,10 +10,10 @@ class ModuleObjectTest : public QObject
     Q_OBJECT
 
 private slots:
-    void setLanguageSwitchesTheModuleLanguage();
+    void setLanguage_switchesTheModuleLanguage();
 };
 
-void ModuleObjectTest::setLanguageSwitchesTheModuleLanguage()
+void ModuleObjectTest::setLanguage_switchesTheModuleLanguage()
 {
     BexRipEngineDriverUI_RipServer module;
     module.setLanguage(QLocale::English);

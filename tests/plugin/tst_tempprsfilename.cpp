@@ -17,11 +17,11 @@ class TempPrsFileNameTest : public QObject
 
 private slots:
     void initTestCase();
-    void nameIsTimeProcessAndSequenceUnderBinDir();
-    void backslashesBecomeSlashes();
-    void twoNamesInTheSameMillisecondDiffer();
-    void sequenceGrowsByOneEachName();
-    void millionNamesFromSeveralThreadsAreDistinct();
+    void name_isTimeProcessAndSequenceUnderBinDir();
+    void name_backslashesInTheFolder_becomeSlashes();
+    void names_inTheSameMillisecond_differ();
+    void sequence_growsByOneEachName();
+    void names_aMillionFromSeveralThreads_areDistinct();
 };
 
 namespace {
@@ -47,7 +47,7 @@ void TempPrsFileNameTest::initTestCase()
     QCOMPARE(first.captured(3), QStringLiteral("0"));
 }
 
-void TempPrsFileNameTest::nameIsTimeProcessAndSequenceUnderBinDir()
+void TempPrsFileNameTest::name_isTimeProcessAndSequenceUnderBinDir()
 {
     const QString dir = QStringLiteral("/opt/rip/dtp/bin/");
     const qint64 before = QDateTime::currentDateTimeUtc().toMSecsSinceEpoch();
@@ -61,14 +61,14 @@ void TempPrsFileNameTest::nameIsTimeProcessAndSequenceUnderBinDir()
     QCOMPARE(match.captured(2).toLongLong(), QCoreApplication::applicationPid());
 }
 
-void TempPrsFileNameTest::backslashesBecomeSlashes()
+void TempPrsFileNameTest::name_backslashesInTheFolder_becomeSlashes()
 {
     const QString path = makeTempPrsFilePath(QStringLiteral("C:\\Program Files\\Bex\\dtp\\bin\\"));
     QVERIFY(!path.contains(QLatin1Char('\\')));
     QVERIFY2(matchName(path, QStringLiteral("C:/Program Files/Bex/dtp/bin/")).hasMatch(), qPrintable(path));
 }
 
-void TempPrsFileNameTest::twoNamesInTheSameMillisecondDiffer()
+void TempPrsFileNameTest::names_inTheSameMillisecond_differ()
 {
     // Make names until two share their millisecond: the sequence alone must
     // tell them apart.
@@ -88,7 +88,7 @@ void TempPrsFileNameTest::twoNamesInTheSameMillisecondDiffer()
     QFAIL("no two names were made within one millisecond");
 }
 
-void TempPrsFileNameTest::sequenceGrowsByOneEachName()
+void TempPrsFileNameTest::sequence_growsByOneEachName()
 {
     const QString dir = QStringLiteral("/x/");
     const qint64 first = matchName(makeTempPrsFilePath(dir), dir).captured(3).toLongLong();
@@ -98,7 +98,7 @@ void TempPrsFileNameTest::sequenceGrowsByOneEachName()
     QCOMPARE(third, second + 1);
 }
 
-void TempPrsFileNameTest::millionNamesFromSeveralThreadsAreDistinct()
+void TempPrsFileNameTest::names_aMillionFromSeveralThreads_areDistinct()
 {
     constexpr int threadCount = 4;
     constexpr int perThread = 250000;

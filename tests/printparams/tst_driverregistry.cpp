@@ -17,7 +17,7 @@ class TestDriverRegistry : public QObject
     Q_OBJECT
 
 private slots:
-    void damagedListThatCannotBeMovedAsideIsNeverOverwritten()
+    void damagedList_cannotBeMovedAside_isNeverOverwritten()
     {
         // The longest file name the file system takes: "<name>.bad" is one
         // it cannot hold, so the list cannot be moved aside.
@@ -54,7 +54,7 @@ private slots:
         QVERIFY(lines.first().message.contains(QStringLiteral("nothing written")));
     }
 
-    void changeWhoseWriteFailsIsUndone()
+    void change_writeFails_isUndone()
     {
         // The list's folder is a file: nothing can be written below it.
         QTemporaryDir dir;

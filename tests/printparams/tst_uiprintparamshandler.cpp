@@ -175,7 +175,7 @@ private slots:
         handler_ = nullptr;
     }
 
-    void installedDriversAreListedWithStableIds()
+    void installedDrivers_areListedWithStableIds()
     {
         QVERIFY(list().isEmpty());
         const QString a = install(uv2513);
@@ -202,14 +202,14 @@ private slots:
         }
     }
 
-    void installingTheSameFileTwiceIsRefused()
+    void install_sameFileTwice_isRefused()
     {
         QVERIFY(!install(uv2513).isEmpty());
         QVERIFY(install(uv2513).isEmpty());
         QCOMPARE(list().size(), 1);
     }
 
-    void renamingChangesTheShownNameAcrossRestarts()
+    void rename_changesTheShownNameAcrossRestarts()
     {
         const QString id = install(uv1610);
         QVERIFY(handler_->RechristenDriverShowName(local(id).c_str(),
@@ -219,7 +219,7 @@ private slots:
         QCOMPARE(list().first().name, QStringLiteral("Bex UV1610 CMYK+Lc+Lm"));
     }
 
-    void shownNamesWithQuotesBackslashesAndControlCharactersSurviveARestart()
+    void rename_quotesBackslashesAndControlCharacters_surviveARestart()
     {
         const QString id = install(uv1610);
         const QString name = QStringLiteral("\"二号机\" C:\\UV\\1610\tline\nnext\x01 end");
@@ -236,7 +236,7 @@ private slots:
                  QStringLiteral("BexInstalledPrinterDrivers"));
     }
 
-    void renamingRefusesUnknownIdsAndUnusableNames()
+    void rename_refusesUnknownIdsAndUnusableNames()
     {
         const QString id = install(uv1610);
         const QByteArray registry = registryBytes();
@@ -256,7 +256,7 @@ private slots:
         QCOMPARE(list().first().showName, QString::fromStdString(longest));
     }
 
-    void deletingRemovesTheDriverAndItsSelection()
+    void delete_removesTheDriverAndItsSelection()
     {
         const QString a = install(uv2513);
         const QString b = install(uv3220);
@@ -274,7 +274,7 @@ private slots:
         QCOMPARE(list().size(), 1);
     }
 
-    void nothingSelectedGivesNoRecords()
+    void getters_nothingSelected_giveNoRecords()
     {
         install(uv2513);
         std::list<printerEnumItem *> items;
@@ -304,7 +304,7 @@ private slots:
         QVERIFY(!handler_->SetInkOrderInfo(&inks));
     }
 
-    void selectedDriverReportsNamePdvAndModeId()
+    void selectedDriver_reportsNamePdvAndModeId()
     {
         const QString id = install(uv1610);
         QVERIFY(select(id));
@@ -315,7 +315,7 @@ private slots:
         QCOMPARE(handler_->GetCurModeId(), 2);
     }
 
-    void enumItemsListEverySettingWithItsSelection()
+    void enumItems_listEverySettingWithItsSelection()
     {
         QVERIFY(select(install(uv2513)));
         std::list<printerEnumItem *> items;
@@ -361,7 +361,7 @@ private slots:
         QVERIFY(!handler_->GetEnumItem(999));
     }
 
-    void languageFlagFourGivesEnglishTexts()
+    void select_languageFlagFour_givesEnglishTexts()
     {
         const QString id = install(uv3220);
         QVERIFY(select(id, 4));
@@ -391,7 +391,7 @@ private slots:
         QCOMPARE(text(handler_->GetSelectEnumItem(kEnumKindPaper)->key), QStringLiteral("纸张"));
     }
 
-    void languageFlagFourKeepsTheDriversOwnTextsWhereEnglishIsMissing()
+    void select_languageFlagFour_keepsTheDriversOwnTextsWhereEnglishIsMissing()
     {
         // The sample with the head voltage's English texts taken out.
         QJsonObject document = sampleDocument(uv3220);
@@ -432,7 +432,7 @@ private slots:
         QCOMPARE(text(items.front()->key), QStringLiteral("Resolution"));
     }
 
-    void resolutionValuesCarryTheirDpi_data()
+    void resolutionValues_carryTheirDpi_data()
     {
         QTest::addColumn<QString>("sample");
         QTest::addColumn<int>("index");
@@ -444,7 +444,7 @@ private slots:
         QTest::newRow("UV3220 1200x2400") << uv3220 << 2 << 1200u << 2400u;
     }
 
-    void resolutionValuesCarryTheirDpi()
+    void resolutionValues_carryTheirDpi()
     {
         QFETCH(QString, sample);
         QFETCH(int, index);
@@ -460,7 +460,7 @@ private slots:
         QCOMPARE(yDpi, y);
     }
 
-    void dpiOfAnIndexOutOfRangeIsRefused()
+    void dpi_indexOutOfRange_isRefused()
     {
         QVERIFY(select(install(uv2513)));
         std::uint32_t x = 5;
@@ -473,7 +473,7 @@ private slots:
         QCOMPARE(y, 6u);
     }
 
-    void settingAnEnumChangesItsSelectionOnly()
+    void setEnumItem_changesItsSelectionOnly()
     {
         QVERIFY(select(install(uv2513)));
 
@@ -487,7 +487,7 @@ private slots:
         QCOMPARE(handler_->GetSelectEnumItem(kEnumKindResolution)->index, 1);
     }
 
-    void iccSettingsExistOnSomeCombinationsOnly()
+    void iccSettings_existOnSomeCombinationsOnly()
     {
         QVERIFY(select(install(uv2513)));
 
@@ -513,7 +513,7 @@ private slots:
         QCOMPARE(icc->iccIntentType, int(kIccIntentRelativeColorimetric));
     }
 
-    void channelsAndInkOrderFollowTheCombination()
+    void channelsAndInkOrder_followTheCombination()
     {
         QVERIFY(select(install(uv2513)));
         const QStringList names = {QStringLiteral("C"), QStringLiteral("M"),     QStringLiteral("Y"),
@@ -542,7 +542,7 @@ private slots:
         QCOMPARE(offFlags(inks), (QVector<int>{0, 0, 0, 0, 1, 1}));
     }
 
-    void recordsStayValidUntilTheNextRequestOfTheirKind()
+    void records_stayValidUntilTheNextRequestOfTheirKind()
     {
         QVERIFY(select(install(uv3220)));
         const printerChannelColorInfo *channels = handler_->GetChannelColorInfo();
@@ -561,7 +561,7 @@ private slots:
         QCOMPARE(int(items.size()), 9);
     }
 
-    void samplesCarryCommonSettingsAndAStoredInkOrder_data()
+    void samples_carryCommonSettingsAndAStoredInkOrder_data()
     {
         QTest::addColumn<QString>("sample");
         QTest::addColumn<QVector<int>>("order");
@@ -570,7 +570,7 @@ private slots:
         QTest::newRow("UV3220") << uv3220 << QVector<int>{3, 2, 1, 0, 6, 7, 4, 5};
     }
 
-    void samplesCarryCommonSettingsAndAStoredInkOrder()
+    void samples_carryCommonSettingsAndAStoredInkOrder()
     {
         QFETCH(QString, sample);
         QFETCH(QVector<int>, order);
@@ -597,7 +597,7 @@ private slots:
         QCOMPARE(orders(handler_->GetInkOrderInfo()), order);
     }
 
-    void committedEditsAreReadBackByANewHandler()
+    void commit_editsAreReadBackByANewHandler()
     {
         const QString id = install(uv2513);
         QVERIFY(select(id));
@@ -649,7 +649,7 @@ private slots:
         QCOMPARE(left.size(), 6);
     }
 
-    void inkLimitSetForOneMediumDoesNotReachAnother()
+    void inkLimit_setForOneMedium_doesNotReachAnother()
     {
         // Acrylic at 720x900 has ICC settings of its own but uses the
         // driver-wide channels, as do metal and wood.
@@ -690,7 +690,7 @@ private slots:
         QCOMPARE(wide.at(0).toObject().value(QStringLiteral("density")).toDouble(), 0.0);
     }
 
-    void inkOrderSetForOneCombinationDoesNotReachAnother()
+    void inkOrder_setForOneCombination_doesNotReachAnother()
     {
         const QString id = install(uv2513);
         QVERIFY(select(id));
@@ -716,7 +716,7 @@ private slots:
         QCOMPARE(handler_->GetChannelColorInfo()->channels[4].iciMaxInk, 0.9);
     }
 
-    void writingBackUnchangedRecordsAddsNoCombination()
+    void setters_unchangedRecords_addNoCombination()
     {
         const QString id = install(uv2513);
         const QString file = QStringLiteral("dtp/driver/BexUV2513_CMYKWV.prs");
@@ -747,7 +747,7 @@ private slots:
         QCOMPARE(TestAppDir::readFile(file), before);
     }
 
-    void fileWithoutCombinationsLoadsAndTakesPerCombinationChanges()
+    void prsFile_withoutCombinations_loadsAndTakesPerCombinationChanges()
     {
         // A description as first written by hand: driver-wide channels and
         // no "combinations" at all.
@@ -774,7 +774,7 @@ private slots:
         QVERIFY(!combinations.at(0).toObject().contains(QStringLiteral("icc")));
     }
 
-    void uncommittedEditsAreDroppedBySelectingAgain()
+    void select_again_dropsUncommittedEdits()
     {
         const QString id = install(uv1610);
         QVERIFY(select(id));
@@ -791,7 +791,7 @@ private slots:
         QCOMPARE(TestAppDir::readFile(QStringLiteral("dtp/driver/BexUV1610_CMYKLcLm.prs")), before);
     }
 
-    void iccSettingsCanBeAddedToACombinationWithoutThem()
+    void iccSettings_canBeAddedToACombinationWithoutThem()
     {
         const QString id = install(uv2513);
         QVERIFY(select(id));
@@ -814,7 +814,7 @@ private slots:
                  QStringLiteral("BexUV2513_Acrylic_720x900.icc"));
     }
 
-    void iccSettingsAreRefusedWhereTheFileHoldsNoRoomForAnotherCombination()
+    void iccSettings_noRoomForAnotherCombination_areRefused()
     {
         // 16 x 16 x 17 combinations are possible; the file holds the first
         // 4096, the most a .prs file may hold.
@@ -895,7 +895,7 @@ private slots:
                  QStringLiteral("BexUV2513_Glass_720x900.icc"));
     }
 
-    void settersRefuseBadRecords()
+    void setters_refuseBadRecords()
     {
         QVERIFY(select(install(uv2513)));
         QVERIFY(!handler_->SetChannelColorInfo(nullptr));
@@ -949,7 +949,7 @@ private slots:
         QVERIFY(!handler_->CommitPrinterDriverPrs(1));
     }
 
-    void badPrsFilesAreRefused_data()
+    void install_badPrsFile_isRefused_data()
     {
         QTest::addColumn<QString>("path");
         const QDir corpus(QStringLiteral(BEX_BAD_PRS_DIR));
@@ -962,7 +962,7 @@ private slots:
         QTest::newRow("empty path") << QString();
     }
 
-    void badPrsFilesAreRefused()
+    void install_badPrsFile_isRefused()
     {
         QFETCH(QString, path);
         const QString good = install(uv2513);
@@ -977,7 +977,7 @@ private slots:
         QVERIFY2(log.contains(QtWarningMsg, QStringLiteral("refused")), qPrintable(log.dump()));
     }
 
-    void badPrsFilesAreRefusedForTheirReason_data()
+    void install_badPrsFile_isRefusedForItsReason_data()
     {
         QTest::addColumn<QString>("file");
         QTest::addColumn<QString>("reason");
@@ -1002,7 +1002,7 @@ private slots:
             << QStringLiteral("text-invalid-utf8.prs") << QStringLiteral("not JSON");
     }
 
-    void badPrsFilesAreRefusedForTheirReason()
+    void install_badPrsFile_isRefusedForItsReason()
     {
         QFETCH(QString, file);
         QFETCH(QString, reason);
@@ -1017,7 +1017,7 @@ private slots:
         QVERIFY2(log.contains(QtWarningMsg, reason), qPrintable(log.dump()));
     }
 
-    void iccNamesHandedInStayInsideTheirFolder_data()
+    void iccNames_handedIn_stayInsideTheirFolder_data()
     {
         QTest::addColumn<QByteArray>("name");
         QTest::newRow("absolute") << QByteArray("/etc/passwd");
@@ -1033,7 +1033,7 @@ private slots:
         QTest::newRow("not local 8-bit text") << QByteArray("Bex \xff.icc");
     }
 
-    void iccNamesHandedInStayInsideTheirFolder()
+    void iccNames_handedIn_stayInsideTheirFolder()
     {
         QFETCH(QByteArray, name);
         QVERIFY(select(install(uv2513)));
@@ -1056,7 +1056,7 @@ private slots:
         QCOMPARE(text(icc->iccFilePath_OUTPUT), QStringLiteral("BexUV2513_Acrylic_720x900.icc"));
     }
 
-    void iccNamesMayNameAFileInASubfolder()
+    void iccNames_mayNameAFileInASubfolder()
     {
         const QString id = install(uv2513);
         QVERIFY(select(id));
@@ -1069,7 +1069,7 @@ private slots:
                  QStringLiteral("UV2513/Acrylic v2.icc"));
     }
 
-    void channelNamesAreComparedAsTheirBytes()
+    void channelNames_areComparedAsTheirBytes()
     {
         // Bytes the local 8-bit encoding cannot decode do not come back as
         // themselves: UTF-8 turns "\xFF" into U+FFFD, code page 936 drops a
@@ -1110,7 +1110,7 @@ private slots:
         QCOMPARE(handler_->GetChannelColorInfo()->channels[5].iciMaxInk, 0.5);
     }
 
-    void textLimitsAreCountedInLocalBytes()
+    void textLimits_areCountedInLocalBytes()
     {
         // A fixed field holds its capacity less one byte of text in the
         // local 8-bit encoding, then the zero. Chinese characters take two
@@ -1165,7 +1165,7 @@ private slots:
         QCOMPARE(list().size(), 1);
     }
 
-    void argumentsTheLocalEncodingCannotHoldAreRefused()
+    void arguments_beyondTheLocalEncoding_areRefused()
     {
         const QString id = install(uv2513);
         const QByteArray registry = registryBytes();
@@ -1178,7 +1178,7 @@ private slots:
         QCOMPARE(list().first().showName, QStringLiteral("Bex UV2513 CMYK+W+V"));
     }
 
-    void oversizedFilesAndArgumentsAreRefused()
+    void oversizedFilesAndArguments_areRefused()
     {
         QByteArray huge = TestAppDir::readFile(QStringLiteral("dtp/driver/BexUV2513_CMYKWV.prs"));
         huge.chop(huge.size() - huge.lastIndexOf('}'));
@@ -1197,7 +1197,7 @@ private slots:
         QVERIFY(list().isEmpty());
     }
 
-    void driverWhosePrsIsDamagedAfterInstallCannotBeSelected()
+    void select_prsDamagedAfterInstall_fails()
     {
         const QString id = install(uv3220);
         QVERIFY(select(id));
@@ -1214,7 +1214,7 @@ private slots:
         QVERIFY(!select(id));
     }
 
-    void damagedDriverListIsLeftInPlaceUntilTheNextChange()
+    void damagedDriverList_isLeftInPlaceUntilTheNextChange()
     {
         install(uv2513);
         DestroyUIPrintParamsHandler(handler_);
@@ -1233,7 +1233,7 @@ private slots:
         QVERIFY(!QFile::exists(SampleDriverFiles::registryPath() + QStringLiteral(".bad")));
     }
 
-    void damagedDriverListIsKeptAsideBeforeTheNextInstall()
+    void damagedDriverList_isKeptAsideBeforeTheNextInstall()
     {
         const QString a = install(uv2513);
         const QString b = install(uv1610);
@@ -1277,7 +1277,7 @@ private slots:
         QCOMPARE(log.count(QtCriticalMsg, QStringLiteral("installed driver list damaged")), 1);
     }
 
-    void anEarlierKeptListIsNeverReplaced()
+    void keptDriverList_isNeverReplaced()
     {
         install(uv2513);
         DestroyUIPrintParamsHandler(handler_);
@@ -1298,7 +1298,7 @@ private slots:
         QVERIFY(QFile::exists(registry));
     }
 
-    void unreadableDriverListIsKeptAsideToo()
+    void unreadableDriverList_isKeptAsideToo()
     {
         // A folder where the list file should be cannot be read as a list.
         QVERIFY(TestAppDir::remove(QStringLiteral("dtp/BexUIPrintParamsProcessing.json")));
@@ -1318,7 +1318,7 @@ private slots:
         QCOMPARE(list().first().id, id);
     }
 
-    void prsPathsAreStoredAbsoluteAndComparedNormalised()
+    void prsPaths_areStoredAbsoluteAndComparedNormalised()
     {
         const QString clean = SampleDriverFiles::prsPath(uv2513);
         const QString winding =
@@ -1350,7 +1350,7 @@ private slots:
         QVERIFY(select(list().last().id));
     }
 
-    void deletedDriversFileCanBeInstalledAgain()
+    void install_fileOfADeletedDriver_succeedsAgain()
     {
         const QString id = install(uv2513);
         QVERIFY(handler_->DeletePrinterDriverPrs(local(id).c_str()));
@@ -1362,7 +1362,7 @@ private slots:
         QCOMPARE(list().size(), 1);
     }
 
-    void destroyingANullHandlerIsHarmless()
+    void destroy_nullHandler_isHarmless()
     {
         DestroyUIPrintParamsHandler(nullptr);
         QVERIFY(handler_);

@@ -376,7 +376,7 @@ private slots:
         QVERIFY(!log.contains(QtCriticalMsg, QStringLiteral("init failed")));
     }
 
-    void open_windowTitleFlagsAndStyleHooks()
+    void open_setsWindowTitleFlagsAndStyleHooks()
     {
         PrinterDriverPropertyDlg dialog(driverId, nullptr);
         // The frameless base names every dialog so for the style sheet.
@@ -401,7 +401,7 @@ private slots:
         QVERIFY(child(&dialog, QStringLiteral("widget_otherPropertyWapper_")));
     }
 
-    void open_simpleModeOnlyWithTheAdvancedSwitchHidden()
+    void open_showsSimpleModeOnlyWithTheAdvancedSwitchHidden()
     {
         PrinterDriverPropertyDlg dialog(driverId, nullptr);
         auto *advanced = child<QCheckBox>(&dialog, QStringLiteral("checkBox_advanced_"));
@@ -462,7 +462,7 @@ private slots:
         QCOMPARE(combo->itemData(combo->currentIndex(), Qt::UserRole + 3).toInt(), 1);
     }
 
-    void open_storedCombinationWithoutCalibrationFallsBackToTheFirstItem()
+    void open_storedCombinationWithoutCalibration_fallsBackToTheFirstItem()
     {
         fake_->iccFor = [](int, int paper, int ink) { return paper == 2 && ink == 0; };
         PrinterDriverPropertyDlg dialog(driverId, nullptr);
@@ -473,7 +473,7 @@ private slots:
         QCOMPARE(fake_->selectedIndex(kEnumKindInk), 0);
     }
 
-    void open_noCalibratedCombination_emptyBoxLogLineAndStoredIndicesKept()
+    void open_noCalibratedCombination_leavesTheBoxEmptyLogsAndKeepsTheIndices()
     {
         fake_->iccFor = [](int, int, int) { return false; };
         LogCapture log;
@@ -525,7 +525,7 @@ private slots:
         QVERIFY(debug.contains(QStringLiteral("ICCINTENTTYPE: 2")));
     }
 
-    void open_channelRowsLabelsRangesAndValues()
+    void open_showsChannelRowsWithLabelsRangesAndValues()
     {
         LogCapture log;
         PrinterDriverPropertyDlg dialog(driverId, nullptr);
@@ -637,7 +637,7 @@ private slots:
         QCOMPARE(panel->sizeHint().height(), inkTabs(&dialog)->sizeHint().height());
     }
 
-    void open_channelAndInkCountsDiffer_rowsShownInkOrderUntouched()
+    void open_channelAndInkCountsDiffer_showsRowsAndLeavesInkOrderUntouched()
     {
         fake_->setInkOrder({0, 1, 2}, {0, 0, 0});
         LogCapture log;
@@ -649,7 +649,7 @@ private slots:
                  qPrintable(log.dump()));
     }
 
-    void open_withoutRecords_sectionsHidden()
+    void open_withoutRecords_hidesTheSections()
     {
         fake_->hasIcc = false;
         fake_->hasChannels = false;
@@ -662,7 +662,7 @@ private slots:
         QVERIFY(messages(log, QtDebugMsg).contains(QStringLiteral("printerIccColorInfo is nullptr")));
     }
 
-    void open_selectionRefused_initFailedAndOkWritesNothing()
+    void open_selectionRefused_failsInitAndOkWritesNothing()
     {
         fake_->selectResult = false;
         LogCapture log;
@@ -682,7 +682,7 @@ private slots:
         QCOMPARE(dialog.result(), int(QDialog::Rejected));
     }
 
-    void open_emptyDriverId_logged()
+    void open_emptyDriverId_isLogged()
     {
         LogCapture log;
         PrinterDriverPropertyDlg dialog(QString(), nullptr);
@@ -726,7 +726,7 @@ private slots:
                  (QStringList{setEnum(dpiId, 0), setEnum(paperId, 2), setEnum(inkId, 0)}));
     }
 
-    void combinedTypeChange_sameChannelNamesReuseTheRows()
+    void combinedTypeChange_sameChannelNames_reuseTheRows()
     {
         PrinterDriverPropertyDlg dialog(driverId, nullptr);
         const int densityWidgets =
@@ -742,7 +742,7 @@ private slots:
         QCOMPARE(before.at(0)->value(), 0.5);
     }
 
-    void combinedTypeChange_fewerChannels_rowsOfTheMissingOnesHidden()
+    void combinedTypeChange_fewerChannels_hidesTheRowsOfTheMissingOnes()
     {
         PrinterDriverConfig::instance()->setShowInkDetail(true);
         PrinterDriverPropertyDlg dialog(driverId, nullptr);
@@ -854,7 +854,7 @@ private slots:
         QCOMPARE(limitBox->value(), before - 1);
     }
 
-    void combinedTypeChange_byMouseOnThePopup()
+    void combinedTypeChange_byMouseOnThePopup_selectsTheCombination()
     {
         PrinterDriverPropertyDlg dialog(driverId, nullptr);
         dialog.show();
@@ -872,7 +872,7 @@ private slots:
         QCOMPARE(fake_->calls.last(), QStringLiteral("GetInkOrderInfo"));
     }
 
-    void advancedMode_togglingTwiceRefillsAndKeepsIndices()
+    void advancedMode_toggledTwice_refillsAndKeepsIndices()
     {
         PrinterDriverPropertyDlg dialog(driverId, nullptr);
         auto *advanced = child<QCheckBox>(&dialog, QStringLiteral("checkBox_advanced_"));
@@ -896,7 +896,7 @@ private slots:
         QCOMPARE(combinedType(&dialog)->currentText(), combinationLabel(1, 0, 1));
     }
 
-    void advancedMode_paperChangeWritesTheRecordsAndOnlyThePaper()
+    void advancedMode_paperChange_writesTheRecordsAndOnlyThePaper()
     {
         PrinterDriverPropertyDlg dialog(driverId, nullptr);
         child<QCheckBox>(&dialog, QStringLiteral("checkBox_advanced_"))->setChecked(true);
@@ -1032,7 +1032,7 @@ private slots:
         QCOMPARE(names(chain), names(reading));
     }
 
-    void keyboard_fullRoundWithKeysOnly()
+    void keyboard_completesAFullRoundWithKeysOnly()
     {
         PrinterDriverConfig::instance()->setShowInkDetail(true);
         PrinterDriverPropertyDlg dialog(driverId, nullptr);
@@ -1106,7 +1106,7 @@ private slots:
                      qPrintable(call));
     }
 
-    void ok_stepFailing_data()
+    void ok_stepFailing_reportsAndRejectsWithoutCommit_data()
     {
         QTest::addColumn<QString>("failing");
         QTest::addColumn<int>("callsMade");
@@ -1120,7 +1120,7 @@ private slots:
         QTest::newRow("common") << "common" << 10 << "SetEnumItem failed. enumId: 20 index: 1";
     }
 
-    void ok_stepFailing()
+    void ok_stepFailing_reportsAndRejectsWithoutCommit()
     {
         QFETCH(QString, failing);
         QFETCH(int, callsMade);
@@ -1173,7 +1173,7 @@ private slots:
         QVERIFY(messages(log, QtWarningMsg).contains(QStringLiteral("printerInkOrderInfo is nullptr")));
     }
 
-    void ok_inkListLengthDiffers_inkOrderNotSentWriteStillSucceeds()
+    void ok_inkListLengthDiffers_sendsNoInkOrderAndStillSucceeds()
     {
         PrinterDriverPropertyDlg dialog(driverId, nullptr);
         fake_->setInkOrder({0, 1, 2, 3, 4}, {0, 0, 0, 0, 0});
@@ -1186,7 +1186,7 @@ private slots:
         QCOMPARE(messages(log, QtCriticalMsg), QStringList{QStringLiteral("check your code!")});
     }
 
-    void ok_inkIdOutsideTheRecordOrTwice_isTheLengthMismatchCase_data()
+    void ok_inkIdOutsideTheRecordOrTwice_isTreatedAsALengthMismatch_data()
     {
         QTest::addColumn<int>("secondInkId");
         QTest::newRow("same id twice") << 0;
@@ -1194,7 +1194,7 @@ private slots:
         QTest::newRow("negative id") << -1;
     }
 
-    void ok_inkIdOutsideTheRecordOrTwice_isTheLengthMismatchCase()
+    void ok_inkIdOutsideTheRecordOrTwice_isTreatedAsALengthMismatch()
     {
         QFETCH(int, secondInkId);
         PrinterDriverPropertyDlg dialog(driverId, nullptr);
@@ -1222,7 +1222,7 @@ private slots:
         QVERIFY(fake_->calls.isEmpty());
     }
 
-    void okAndCancel_drivenAsAModalDialog()
+    void okAndCancel_inAModalDialog_acceptAndReject()
     {
         PrinterDriverPropertyDlg dialog(driverId, nullptr);
         ModalAnswer user(nullptr, [](QWidget *modal) { clickOk(modal); });
@@ -1296,7 +1296,7 @@ private slots:
         QVERIFY(dialog.width() <= 720 && dialog.height() <= 750);
     }
 
-    void geometry_savedRecordIsClampedToTheScreen()
+    void geometry_savedRecord_isClampedToTheScreen()
     {
         const QRect available = QGuiApplication::primaryScreen()->availableGeometry();
         PrinterDriverConfig::instance()->setWindowRecord(QPoint(available.width(), -40),
@@ -1389,7 +1389,7 @@ private slots:
         QFile::remove(target);
     }
 
-    void selectIcc_cancelledFileDialogChangesNothing()
+    void selectIcc_fileDialogCancelled_changesNothing()
     {
         PrinterDriverPropertyDlg dialog(driverId, nullptr);
         dialog.show();
@@ -1428,7 +1428,7 @@ private slots:
         QDir(dir).removeRecursively();
     }
 
-    void selectIcc_nameTaken_data()
+    void selectIcc_nameTaken_overwritesOrRenamesAsAnswered_data()
     {
         QTest::addColumn<QString>("answer");
         QTest::addColumn<QString>("shown");
@@ -1438,7 +1438,7 @@ private slots:
         QTest::newRow("closed box renames") << QString() << QStringLiteral("x_3.icc") << false;
     }
 
-    void selectIcc_nameTaken()
+    void selectIcc_nameTaken_overwritesOrRenamesAsAnswered()
     {
         QFETCH(QString, answer);
         QFETCH(QString, shown);
@@ -1501,7 +1501,7 @@ private slots:
 
     // A file that is not a profile, or a profile that does not fit the row,
     // is refused before anything is copied: one box, the row unchanged.
-    void selectIcc_unfitFile_refusedWithOneBoxAndNothingCopied_data()
+    void selectIcc_unfitFile_isRefusedWithOneBoxAndNothingCopied_data()
     {
         QTest::addColumn<QString>("button");
         QTest::addColumn<QString>("lineEdit");
@@ -1551,7 +1551,7 @@ private slots:
             << QStringLiteral("\"empty.icc\"：这不是可用的 ICC 配置文件：文件是空的");
     }
 
-    void selectIcc_unfitFile_refusedWithOneBoxAndNothingCopied()
+    void selectIcc_unfitFile_isRefusedWithOneBoxAndNothingCopied()
     {
         QFETCH(QString, button);
         QFETCH(QString, lineEdit);
@@ -1593,7 +1593,7 @@ private slots:
         QVERIFY(fake_->calls.contains(QStringLiteral("SetIccSettingInfo(sRGB.icc,Coated.icc,UV-PP.icm,2)")));
     }
 
-    void selectIcc_deviceLinkTakenAsTheEquipment()
+    void selectIcc_deviceLink_isTakenAsTheEquipment()
     {
         QTemporaryDir source;
         const QString chosen = source.filePath(QStringLiteral("rgb-to-cmyk.icc"));
@@ -1620,7 +1620,7 @@ private slots:
     // The profiles the driver names are looked for in their folders when
     // the dialog opens and after every combined-type change: one that is
     // missing or unusable marks its row, without a box.
-    void open_storedProfileMissingOrUnusable_rowMarked()
+    void open_storedProfileMissingOrUnusable_marksTheRow()
     {
         PrinterDriverConfig &config = *PrinterDriverConfig::instance();
         QDir(config.dtpBinDir() + QStringLiteral("ICC Profile")).removeRecursively();
@@ -1679,7 +1679,7 @@ private slots:
         QDir(config.dtpBinDir() + QStringLiteral("ICC Profile")).removeRecursively();
     }
 
-    void iccTargetDirectory_separators()
+    void iccTargetDirectory_endsInOneSeparator()
     {
         // An absolute folder keeps its path and ends in one separator; a
         // path with a file suffix stands for the folder that holds it.

@@ -107,7 +107,7 @@ private slots:
         QCOMPARE(widget->property(property.toLatin1().constData()).toString(), english);
     }
 
-    void title_englishPrefixAndTheDriverNameUntranslated()
+    void title_showsTheEnglishPrefixAndTheDriverNameUntranslated()
     {
         PrinterDriverPropertyDlg dialog(QStringLiteral("D1"), nullptr);
         QCOMPARE(dialog.windowTitle(), QStringLiteral("Driver - 取消"));
@@ -120,7 +120,7 @@ private slots:
         QCOMPARE(fake_->calls.first(), QStringLiteral("SelectPrinterDriverPrs(D1,4)"));
     }
 
-    void intentsAndProcessColours_inEnglish()
+    void intentsAndProcessColours_showInEnglish()
     {
         PrinterDriverPropertyDlg dialog(QStringLiteral("D1"), nullptr);
         auto *intent = child<QComboBox>(&dialog, QStringLiteral("comboBox_intent_"));
@@ -137,7 +137,7 @@ private slots:
                                       QStringLiteral("K")}));
     }
 
-    void failedOk_reportsInEnglish()
+    void ok_failing_reportsInEnglish()
     {
         fake_->commitResult = true;
         fake_->setChannelResult = false;
@@ -178,7 +178,7 @@ private slots:
         QDir(dir).removeRecursively();
     }
 
-    void iccUnfitProfile_refusedInEnglish()
+    void iccUnfitProfile_isRefusedInEnglish()
     {
         QTemporaryDir source;
         const QString chosen = source.filePath(QStringLiteral("lab.icc"));
@@ -196,7 +196,7 @@ private slots:
         QCOMPARE(seen.buttons, QStringList{QStringLiteral("Confirm")});
     }
 
-    void iccToolTipAndMark_inEnglish()
+    void iccToolTipAndMark_showInEnglish()
     {
         PrinterDriverConfig &config = *PrinterDriverConfig::instance();
         QDir(config.dtpBinDir() + QStringLiteral("ICC Profile")).removeRecursively();

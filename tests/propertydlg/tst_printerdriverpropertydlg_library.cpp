@@ -161,14 +161,14 @@ private slots:
 
     void cleanupTestCase() { manager()->unload(); }
 
-    void untouchedOk_leavesEveryRecordAsItWas_data()
+    void ok_untouched_leavesEveryRecordAsItWas_data()
     {
         QTest::addColumn<QString>("sample");
         for (const QString &name : sampleNames)
             QTest::newRow(qPrintable(name)) << name;
     }
 
-    void untouchedOk_leavesEveryRecordAsItWas()
+    void ok_untouched_leavesEveryRecordAsItWas()
     {
         QFETCH(QString, sample);
         const QString id = ids_.value(sample);
@@ -188,9 +188,9 @@ private slots:
 
     // The samples' profiles lie in their folders and fit their rows: no
     // row of any calibrated combination is marked.
-    void sampleProfiles_noRowMarkedInAnyCombination_data() { untouchedOk_leavesEveryRecordAsItWas_data(); }
+    void sampleProfiles_markNoRowInAnyCombination_data() { ok_untouched_leavesEveryRecordAsItWas_data(); }
 
-    void sampleProfiles_noRowMarkedInAnyCombination()
+    void sampleProfiles_markNoRowInAnyCombination()
     {
         QFETCH(QString, sample);
         PrinterDriverPropertyDlg dialog(ids_.value(sample), nullptr);
@@ -216,7 +216,7 @@ private slots:
 
     // A profile deleted from its folder behind the driver's back marks its
     // row when the dialog opens; put back, the mark goes.
-    void storedProfileDeleted_rowMarked()
+    void storedProfileDeleted_marksItsRow()
     {
         const QString id = ids_.value(QStringLiteral("BexUV2513_CMYKWV"));
         QString profile;
@@ -242,7 +242,7 @@ private slots:
         QVERIFY(dialog.findChild<QLineEdit *>(QStringLiteral("lineEdit_ICC_Curve_"))->actions().isEmpty());
     }
 
-    void editEverySection_ok_survivesARestart()
+    void ok_afterEditingEverySection_survivesARestart()
     {
         const QString id = ids_.value(QStringLiteral("BexUV2513_CMYKWV"));
         QString combination;
@@ -341,7 +341,7 @@ private slots:
         QCOMPARE(maxInkBox(&dialog, 0)->value(), secondValue);
     }
 
-    void cancelAfterBrowsing_commitsNothing()
+    void cancel_afterBrowsing_commitsNothing()
     {
         const QString sample = QStringLiteral("BexUV3220_8C");
         const QString id = ids_.value(sample);

@@ -45,10 +45,10 @@ class ResourceRegistrationTest : public QObject
     Q_OBJECT
 
 private slots:
-    void resourcesExistOnlyWhileTheModuleIsLoaded();
+    void resources_existOnlyWhileTheModuleIsLoaded();
 };
 
-void ResourceRegistrationTest::resourcesExistOnlyWhileTheModuleIsLoaded()
+void ResourceRegistrationTest::resources_existOnlyWhileTheModuleIsLoaded()
 {
     QCOMPARE(present(), QStringList());
 

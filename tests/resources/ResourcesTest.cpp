@@ -155,21 +155,21 @@ class ResourcesTest : public QObject
     Q_OBJECT
 
 private slots:
-    void imageIsEmbeddedUncompressedAtItsSize_data();
-    void imageIsEmbeddedUncompressedAtItsSize();
-    void styleSheetIsZlibCompressed();
-    void styleSheetLinesEndInCarriageReturnLineFeed();
-    void styleSheetHoldsEveryRuleInOrder();
-    void styleSheetImagesExist();
-    void styleSheetFixesTitleBarHeightAndIconSize();
-    void translationFilesAreEmbeddedUncompressed_data();
-    void translationFilesAreEmbeddedUncompressed();
-    void chineseTranslationIsTheFileMagicOnly();
-    void chineseTranslationLoadsAndTranslatesNothing();
-    void englishTranslationHoldsAllMessages();
+    void image_isEmbeddedUncompressedAtItsSize_data();
+    void image_isEmbeddedUncompressedAtItsSize();
+    void styleSheet_isZlibCompressed();
+    void styleSheet_linesEndInCarriageReturnLineFeed();
+    void styleSheet_holdsEveryRuleInOrder();
+    void styleSheet_imagesExist();
+    void styleSheet_fixesTitleBarHeightAndIconSize();
+    void translationFiles_areEmbeddedUncompressed_data();
+    void translationFiles_areEmbeddedUncompressed();
+    void chineseTranslation_isTheFileMagicOnly();
+    void chineseTranslation_loadsAndTranslatesNothing();
+    void englishTranslation_holdsAllMessages();
 };
 
-void ResourcesTest::imageIsEmbeddedUncompressedAtItsSize_data()
+void ResourcesTest::image_isEmbeddedUncompressedAtItsSize_data()
 {
     QTest::addColumn<QString>("path");
     QTest::addColumn<QSize>("size");
@@ -190,7 +190,7 @@ void ResourcesTest::imageIsEmbeddedUncompressedAtItsSize_data()
     }
 }
 
-void ResourcesTest::imageIsEmbeddedUncompressedAtItsSize()
+void ResourcesTest::image_isEmbeddedUncompressedAtItsSize()
 {
     QFETCH(QString, path);
     QFETCH(QSize, size);
@@ -205,7 +205,7 @@ void ResourcesTest::imageIsEmbeddedUncompressedAtItsSize()
     QCOMPARE(image.size(), size);
 }
 
-void ResourcesTest::styleSheetIsZlibCompressed()
+void ResourcesTest::styleSheet_isZlibCompressed()
 {
     const QResource resource(styleSheetPath);
     QVERIFY(resource.isValid());
@@ -215,7 +215,7 @@ void ResourcesTest::styleSheetIsZlibCompressed()
     QCOMPARE(readResource(styleSheetPath).size(), resource.uncompressedSize());
 }
 
-void ResourcesTest::styleSheetLinesEndInCarriageReturnLineFeed()
+void ResourcesTest::styleSheet_linesEndInCarriageReturnLineFeed()
 {
     const QByteArray text = readResource(styleSheetPath);
     QVERIFY(!text.isEmpty());
@@ -226,7 +226,7 @@ void ResourcesTest::styleSheetLinesEndInCarriageReturnLineFeed()
     QCOMPARE(text.count('\r'), lines);
 }
 
-void ResourcesTest::styleSheetHoldsEveryRuleInOrder()
+void ResourcesTest::styleSheet_holdsEveryRuleInOrder()
 {
     const QList<StyleRule> actual = parseStyleSheet(QString::fromUtf8(readResource(styleSheetPath)));
     const QList<StyleRule> expected = expectedRules();
@@ -239,7 +239,7 @@ void ResourcesTest::styleSheetHoldsEveryRuleInOrder()
     QCOMPARE(actual.size(), expected.size());
 }
 
-void ResourcesTest::styleSheetImagesExist()
+void ResourcesTest::styleSheet_imagesExist()
 {
     const QString text = QString::fromUtf8(readResource(styleSheetPath));
     QRegularExpressionMatchIterator urls =
@@ -254,7 +254,7 @@ void ResourcesTest::styleSheetImagesExist()
     QCOMPARE(count, 6);
 }
 
-void ResourcesTest::styleSheetFixesTitleBarHeightAndIconSize()
+void ResourcesTest::styleSheet_fixesTitleBarHeightAndIconSize()
 {
     QWidget window;
     auto *layout = new QVBoxLayout(&window);
@@ -282,14 +282,14 @@ void ResourcesTest::styleSheetFixesTitleBarHeightAndIconSize()
     QCOMPARE(close->sizeHint(), QSize(26, 26));
 }
 
-void ResourcesTest::translationFilesAreEmbeddedUncompressed_data()
+void ResourcesTest::translationFiles_areEmbeddedUncompressed_data()
 {
     QTest::addColumn<QString>("path");
     QTest::newRow("English") << englishPath;
     QTest::newRow("Chinese") << chinesePath;
 }
 
-void ResourcesTest::translationFilesAreEmbeddedUncompressed()
+void ResourcesTest::translationFiles_areEmbeddedUncompressed()
 {
     QFETCH(QString, path);
     const QResource resource(path);
@@ -298,13 +298,13 @@ void ResourcesTest::translationFilesAreEmbeddedUncompressed()
     QVERIFY(readResource(path).startsWith(qmMagic));
 }
 
-void ResourcesTest::chineseTranslationIsTheFileMagicOnly()
+void ResourcesTest::chineseTranslation_isTheFileMagicOnly()
 {
     QCOMPARE(readResource(chinesePath), qmMagic);
     QCOMPARE(QResource(chinesePath).size(), qint64(16));
 }
 
-void ResourcesTest::chineseTranslationLoadsAndTranslatesNothing()
+void ResourcesTest::chineseTranslation_loadsAndTranslatesNothing()
 {
     QTranslator translator;
     QVERIFY(translator.load(chinesePath));
@@ -312,7 +312,7 @@ void ResourcesTest::chineseTranslationLoadsAndTranslatesNothing()
     QCOMPARE(translator.translate("CommonFramelessTitleBar", "关闭"), QString());
 }
 
-void ResourcesTest::englishTranslationHoldsAllMessages()
+void ResourcesTest::englishTranslation_holdsAllMessages()
 {
     // Every translated message of the source file reaches the compiled one.
     QFile ts(QStringLiteral(BEX_SOURCE_ROOT "resources/language/English.ts"));

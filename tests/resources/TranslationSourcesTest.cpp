@@ -71,8 +71,8 @@ class TranslationSourcesTest : public QObject
 
 private slots:
     void initTestCase();
-    void everyTextOfTheCodeHasItsEnglishEntry();
-    void englishHoldsNoTextThatNoCodeUses();
+    void english_hasAnEntryForEveryTextOfTheCode();
+    void english_holdsNoTextThatNoCodeUses();
 
 private:
     QTemporaryDir dir_;
@@ -111,7 +111,7 @@ void TranslationSourcesTest::initTestCase()
     QVERIFY2(english_.contains(close), qPrintable(describe(english_)));
 }
 
-void TranslationSourcesTest::everyTextOfTheCodeHasItsEnglishEntry()
+void TranslationSourcesTest::english_hasAnEntryForEveryTextOfTheCode()
 {
     const QSet<Message> missing = QSet<Message>(code_).subtract(english_);
     QVERIFY2(
@@ -119,7 +119,7 @@ void TranslationSourcesTest::everyTextOfTheCodeHasItsEnglishEntry()
         qPrintable(QStringLiteral("English users would see these texts in Chinese:\n") + describe(missing)));
 }
 
-void TranslationSourcesTest::englishHoldsNoTextThatNoCodeUses()
+void TranslationSourcesTest::english_holdsNoTextThatNoCodeUses()
 {
     const QSet<Message> unused = QSet<Message>(english_).subtract(code_);
     QVERIFY2(

@@ -19,12 +19,12 @@ class TranslationsTest : public QObject
 private slots:
     void initTestCase();
     void cleanupTestCase();
-    void englishModeShowsTheEnglishText_data();
-    void englishModeShowsTheEnglishText();
-    void textWithoutEnglishWordingIsShownUnchanged_data();
-    void textWithoutEnglishWordingIsShownUnchanged();
-    void chineseFileTranslatesNoText_data();
-    void chineseFileTranslatesNoText();
+    void englishMode_showsTheEnglishText_data();
+    void englishMode_showsTheEnglishText();
+    void englishMode_textWithoutEnglishWording_isShownUnchanged_data();
+    void englishMode_textWithoutEnglishWording_isShownUnchanged();
+    void chineseFile_translatesNoText_data();
+    void chineseFile_translatesNoText();
 
 private:
     QTranslator english_;
@@ -41,7 +41,7 @@ void TranslationsTest::cleanupTestCase()
     QCoreApplication::removeTranslator(&english_);
 }
 
-void TranslationsTest::englishModeShowsTheEnglishText_data()
+void TranslationsTest::englishMode_showsTheEnglishText_data()
 {
     QTest::addColumn<QByteArray>("context");
     QTest::addColumn<QString>("source");
@@ -56,7 +56,7 @@ void TranslationsTest::englishModeShowsTheEnglishText_data()
     }
 }
 
-void TranslationsTest::englishModeShowsTheEnglishText()
+void TranslationsTest::englishMode_showsTheEnglishText()
 {
     QFETCH(QByteArray, context);
     QFETCH(QString, source);
@@ -65,7 +65,7 @@ void TranslationsTest::englishModeShowsTheEnglishText()
     QCOMPARE(QCoreApplication::translate(context.constData(), source.toUtf8().constData()), shown);
 }
 
-void TranslationsTest::textWithoutEnglishWordingIsShownUnchanged_data()
+void TranslationsTest::englishMode_textWithoutEnglishWording_isShownUnchanged_data()
 {
     QTest::addColumn<QByteArray>("context");
     QTest::addColumn<QString>("source");
@@ -77,7 +77,7 @@ void TranslationsTest::textWithoutEnglishWordingIsShownUnchanged_data()
                                 << QStringLiteral("icc (*.icc *.icm)");
 }
 
-void TranslationsTest::textWithoutEnglishWordingIsShownUnchanged()
+void TranslationsTest::englishMode_textWithoutEnglishWording_isShownUnchanged()
 {
     QFETCH(QByteArray, context);
     QFETCH(QString, source);
@@ -87,12 +87,12 @@ void TranslationsTest::textWithoutEnglishWordingIsShownUnchanged()
     QCOMPARE(QCoreApplication::translate(context.constData(), source.toUtf8().constData()), source);
 }
 
-void TranslationsTest::chineseFileTranslatesNoText_data()
+void TranslationsTest::chineseFile_translatesNoText_data()
 {
-    englishModeShowsTheEnglishText_data();
+    englishMode_showsTheEnglishText_data();
 }
 
-void TranslationsTest::chineseFileTranslatesNoText()
+void TranslationsTest::chineseFile_translatesNoText()
 {
     QFETCH(QByteArray, context);
     QFETCH(QString, source);

@@ -31,23 +31,23 @@ class DoubleSliderTest : public QObject
     Q_OBJECT
 
 private slots:
-    void shouldStartWithTwoDecimals();
-    void shouldScaleTheRangeByTheFactor();
-    void shouldNudgeValuesAwayFromZero_data();
-    void shouldNudgeValuesAwayFromZero();
-    void shouldEmitTheScaledValueWhenTheValueChanges();
-    void shouldEmitTheScaledValueWhenTheUserMovesTheSlider();
-    void shouldNotSetTheSameValueAgain();
-    void shouldNotTouchTheBaseSliderForTheCurrentRange();
-    void shouldRescaleRangeAndValueWhenTheDecimalsChange();
-    void shouldTruncateWithoutNudgeWhenTheDecimalsShrink();
-    void shouldIgnoreTheCurrentDecimals();
-    void shouldUseFactorOneForNoOrNegativeDecimals_data();
-    void shouldUseFactorOneForNoOrNegativeDecimals();
-    void shouldRefuseDecimalsWhoseFactorDoesNotFit();
+    void construction_startsWithTwoDecimals();
+    void setRange_scalesTheRangeByTheFactor();
+    void setValue_nudgesValuesAwayFromZero_data();
+    void setValue_nudgesValuesAwayFromZero();
+    void setValue_emitsTheScaledValue();
+    void userMove_emitsTheScaledValue();
+    void setValue_sameValue_isNotSetAgain();
+    void setRange_currentRange_leavesTheBaseSliderAlone();
+    void setDecimals_rescalesRangeAndValue();
+    void setDecimals_fewer_truncatesWithoutNudge();
+    void setDecimals_currentDecimals_changeNothing();
+    void setDecimals_noneOrNegative_useFactorOne_data();
+    void setDecimals_noneOrNegative_useFactorOne();
+    void setDecimals_factorDoesNotFit_isRefused();
 };
 
-void DoubleSliderTest::shouldStartWithTwoDecimals()
+void DoubleSliderTest::construction_startsWithTwoDecimals()
 {
     DoubleSlider slider(Qt::Vertical, nullptr);
     QCOMPARE(slider.orientation(), Qt::Vertical);
@@ -55,7 +55,7 @@ void DoubleSliderTest::shouldStartWithTwoDecimals()
     QCOMPARE(slider.factor(), 100);
 }
 
-void DoubleSliderTest::shouldScaleTheRangeByTheFactor()
+void DoubleSliderTest::setRange_scalesTheRangeByTheFactor()
 {
     DoubleSlider slider(Qt::Horizontal, nullptr);
     QSignalSpy rangeSpy(&slider, &QAbstractSlider::rangeChanged);
@@ -70,7 +70,7 @@ void DoubleSliderTest::shouldScaleTheRangeByTheFactor()
     QCOMPARE(slider.maximum(), 299);
 }
 
-void DoubleSliderTest::shouldNudgeValuesAwayFromZero_data()
+void DoubleSliderTest::setValue_nudgesValuesAwayFromZero_data()
 {
     QTest::addColumn<double>("value");
     QTest::addColumn<int>("scaled");
@@ -86,7 +86,7 @@ void DoubleSliderTest::shouldNudgeValuesAwayFromZero_data()
     QTest::newRow("3") << 3.0 << 300;
 }
 
-void DoubleSliderTest::shouldNudgeValuesAwayFromZero()
+void DoubleSliderTest::setValue_nudgesValuesAwayFromZero()
 {
     QFETCH(double, value);
     QFETCH(int, scaled);
@@ -97,7 +97,7 @@ void DoubleSliderTest::shouldNudgeValuesAwayFromZero()
     QCOMPARE(slider.value(), scaled);
 }
 
-void DoubleSliderTest::shouldEmitTheScaledValueWhenTheValueChanges()
+void DoubleSliderTest::setValue_emitsTheScaledValue()
 {
     DoubleSlider slider(Qt::Horizontal, nullptr);
     slider.setRange(-3.0, 3.0);
@@ -113,7 +113,7 @@ void DoubleSliderTest::shouldEmitTheScaledValueWhenTheValueChanges()
     QCOMPARE(spy.at(1).at(0).toDouble(), 3.0);
 }
 
-void DoubleSliderTest::shouldEmitTheScaledValueWhenTheUserMovesTheSlider()
+void DoubleSliderTest::userMove_emitsTheScaledValue()
 {
     DoubleSlider slider(Qt::Horizontal, nullptr);
     slider.setRange(-3.0, 3.0);
@@ -127,7 +127,7 @@ void DoubleSliderTest::shouldEmitTheScaledValueWhenTheUserMovesTheSlider()
     QCOMPARE(spy.at(0).at(0).toDouble(), 0.51);
 }
 
-void DoubleSliderTest::shouldNotSetTheSameValueAgain()
+void DoubleSliderTest::setValue_sameValue_isNotSetAgain()
 {
     RecordingSlider slider(Qt::Horizontal, nullptr);
     slider.setRange(-3.0, 3.0);
@@ -141,7 +141,7 @@ void DoubleSliderTest::shouldNotSetTheSameValueAgain()
     QVERIFY(slider.changes.isEmpty());
 }
 
-void DoubleSliderTest::shouldNotTouchTheBaseSliderForTheCurrentRange()
+void DoubleSliderTest::setRange_currentRange_leavesTheBaseSliderAlone()
 {
     RecordingSlider slider(Qt::Horizontal, nullptr);
     slider.setRange(-3.0, 3.0);
@@ -160,7 +160,7 @@ void DoubleSliderTest::shouldNotTouchTheBaseSliderForTheCurrentRange()
     QCOMPARE(slider.maximum(), 300);
 }
 
-void DoubleSliderTest::shouldRescaleRangeAndValueWhenTheDecimalsChange()
+void DoubleSliderTest::setDecimals_rescalesRangeAndValue()
 {
     DoubleSlider slider(Qt::Horizontal, nullptr);
     slider.setRange(-3.0, 3.0);
@@ -183,7 +183,7 @@ void DoubleSliderTest::shouldRescaleRangeAndValueWhenTheDecimalsChange()
     QCOMPARE(slider.value(), 125);
 }
 
-void DoubleSliderTest::shouldTruncateWithoutNudgeWhenTheDecimalsShrink()
+void DoubleSliderTest::setDecimals_fewer_truncatesWithoutNudge()
 {
     DoubleSlider slider(Qt::Horizontal, nullptr);
     slider.setRange(-3.0, 3.0);
@@ -197,7 +197,7 @@ void DoubleSliderTest::shouldTruncateWithoutNudgeWhenTheDecimalsShrink()
     QCOMPARE(slider.value(), -15);
 }
 
-void DoubleSliderTest::shouldIgnoreTheCurrentDecimals()
+void DoubleSliderTest::setDecimals_currentDecimals_changeNothing()
 {
     RecordingSlider slider(Qt::Horizontal, nullptr);
     slider.setRange(-3.0, 3.0);
@@ -211,14 +211,14 @@ void DoubleSliderTest::shouldIgnoreTheCurrentDecimals()
     QCOMPARE(slider.value(), 200);
 }
 
-void DoubleSliderTest::shouldUseFactorOneForNoOrNegativeDecimals_data()
+void DoubleSliderTest::setDecimals_noneOrNegative_useFactorOne_data()
 {
     QTest::addColumn<int>("decimals");
     QTest::newRow("0") << 0;
     QTest::newRow("-2") << -2;
 }
 
-void DoubleSliderTest::shouldUseFactorOneForNoOrNegativeDecimals()
+void DoubleSliderTest::setDecimals_noneOrNegative_useFactorOne()
 {
     QFETCH(int, decimals);
 
@@ -235,7 +235,7 @@ void DoubleSliderTest::shouldUseFactorOneForNoOrNegativeDecimals()
     QCOMPARE(slider.value(), 2);
 }
 
-void DoubleSliderTest::shouldRefuseDecimalsWhoseFactorDoesNotFit()
+void DoubleSliderTest::setDecimals_factorDoesNotFit_isRefused()
 {
     DoubleSlider slider(Qt::Horizontal, nullptr);
     slider.setRange(-3.0, 3.0);

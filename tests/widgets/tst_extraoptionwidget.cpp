@@ -52,24 +52,24 @@ class ExtraOptionWidgetTest : public QObject
     Q_OBJECT
 
 private slots:
-    void shouldBuildTheFormByObjectName_data();
-    void shouldBuildTheFormByObjectName();
-    void shouldSizeAndTitleTheForm();
-    void shouldGroupTheModesWithFixedIds();
-    void shouldStartWithManualModeAndNoMirrorWithNothingChecked();
-    void shouldStoreAClickedPrintModeAndLogIt_data();
-    void shouldStoreAClickedPrintModeAndLogIt();
-    void shouldRunTheHandlerAgainForACheckedButton();
-    void shouldStoreTheMirrorStateAndLogIt();
-    void shouldLoadAnExtraOption_data();
-    void shouldLoadAnExtraOption();
-    void shouldKeepAPrintModeWithoutAButton_data();
-    void shouldKeepAPrintModeWithoutAButton();
-    void shouldNotLogAMirrorStateAlreadyShown();
-    void shouldOfferNoSignalsOrSlotsOfItsOwn();
+    void form_isBuiltByObjectName_data();
+    void form_isBuiltByObjectName();
+    void form_hasItsSizeAndTitle();
+    void printModes_areGroupedWithFixedIds();
+    void construction_startsWithManualModeNoMirrorAndNothingChecked();
+    void printModeClick_isStoredAndLogged_data();
+    void printModeClick_isStoredAndLogged();
+    void printModeClick_onACheckedButton_runsTheHandlerAgain();
+    void mirrorClick_isStoredAndLogged();
+    void setExtraOption_showsModeAndMirror_data();
+    void setExtraOption_showsModeAndMirror();
+    void setExtraOption_printModeWithoutAButton_isKept_data();
+    void setExtraOption_printModeWithoutAButton_isKept();
+    void setExtraOption_mirrorStateAlreadyShown_isNotLogged();
+    void metaObject_hasNoSignalsOrSlotsOfItsOwn();
 };
 
-void ExtraOptionWidgetTest::shouldBuildTheFormByObjectName_data()
+void ExtraOptionWidgetTest::form_isBuiltByObjectName_data()
 {
     QTest::addColumn<QString>("name");
     QTest::addColumn<QString>("className");
@@ -89,7 +89,7 @@ void ExtraOptionWidgetTest::shouldBuildTheFormByObjectName_data()
                             << "QCheckBox" << 1 << 0 << QStringLiteral("镜像打印");
 }
 
-void ExtraOptionWidgetTest::shouldBuildTheFormByObjectName()
+void ExtraOptionWidgetTest::form_isBuiltByObjectName()
 {
     QFETCH(QString, name);
     QFETCH(QString, className);
@@ -114,7 +114,7 @@ void ExtraOptionWidgetTest::shouldBuildTheFormByObjectName()
     QCOMPARE(child->property("text").toString(), text);
 }
 
-void ExtraOptionWidgetTest::shouldSizeAndTitleTheForm()
+void ExtraOptionWidgetTest::form_hasItsSizeAndTitle()
 {
     ExtraOptionWidget widget(nullptr);
     QCOMPARE(widget.size(), QSize(406, 60));
@@ -129,7 +129,7 @@ void ExtraOptionWidgetTest::shouldSizeAndTitleTheForm()
     QCOMPARE(mirrorPolicy.verticalPolicy(), QSizePolicy::Fixed);
 }
 
-void ExtraOptionWidgetTest::shouldGroupTheModesWithFixedIds()
+void ExtraOptionWidgetTest::printModes_areGroupedWithFixedIds()
 {
     ExtraOptionWidget widget(nullptr);
     const QList<QButtonGroup *> groups = widget.findChildren<QButtonGroup *>();
@@ -142,7 +142,7 @@ void ExtraOptionWidgetTest::shouldGroupTheModesWithFixedIds()
         QCOMPARE(group->button(mode), modeButton(widget, mode));
 }
 
-void ExtraOptionWidgetTest::shouldStartWithManualModeAndNoMirrorWithNothingChecked()
+void ExtraOptionWidgetTest::construction_startsWithManualModeNoMirrorAndNothingChecked()
 {
     ExtraOptionWidget widget(nullptr);
     QCOMPARE(widget.extraOption().printMode, 0);
@@ -151,7 +151,7 @@ void ExtraOptionWidgetTest::shouldStartWithManualModeAndNoMirrorWithNothingCheck
     QVERIFY(!mirrorBox(widget)->isChecked());
 }
 
-void ExtraOptionWidgetTest::shouldStoreAClickedPrintModeAndLogIt_data()
+void ExtraOptionWidgetTest::printModeClick_isStoredAndLogged_data()
 {
     QTest::addColumn<int>("mode");
     QTest::newRow("manual") << 0;
@@ -159,7 +159,7 @@ void ExtraOptionWidgetTest::shouldStoreAClickedPrintModeAndLogIt_data()
     QTest::newRow("while ripping") << 2;
 }
 
-void ExtraOptionWidgetTest::shouldStoreAClickedPrintModeAndLogIt()
+void ExtraOptionWidgetTest::printModeClick_isStoredAndLogged()
 {
     QFETCH(int, mode);
     ExtraOptionWidget widget(nullptr);
@@ -177,7 +177,7 @@ void ExtraOptionWidgetTest::shouldStoreAClickedPrintModeAndLogIt()
     QCOMPARE(lines.first().file, QStringLiteral("source/UI/SubWidget/ExtraOptionWidget"));
 }
 
-void ExtraOptionWidgetTest::shouldRunTheHandlerAgainForACheckedButton()
+void ExtraOptionWidgetTest::printModeClick_onACheckedButton_runsTheHandlerAgain()
 {
     ExtraOptionWidget widget(nullptr);
     QRadioButton *automated = modeButton(widget, 1);
@@ -195,7 +195,7 @@ void ExtraOptionWidgetTest::shouldRunTheHandlerAgainForACheckedButton()
     QCOMPARE(lines.at(1).message, QStringLiteral("打印模式: 1"));
 }
 
-void ExtraOptionWidgetTest::shouldStoreTheMirrorStateAndLogIt()
+void ExtraOptionWidgetTest::mirrorClick_isStoredAndLogged()
 {
     ExtraOptionWidget widget(nullptr);
     LogCapture log;
@@ -212,7 +212,7 @@ void ExtraOptionWidgetTest::shouldStoreTheMirrorStateAndLogIt()
     QCOMPARE(widget.extraOption().printMode, 0);
 }
 
-void ExtraOptionWidgetTest::shouldLoadAnExtraOption_data()
+void ExtraOptionWidgetTest::setExtraOption_showsModeAndMirror_data()
 {
     QTest::addColumn<int>("mode");
     QTest::addColumn<bool>("mirror");
@@ -222,7 +222,7 @@ void ExtraOptionWidgetTest::shouldLoadAnExtraOption_data()
     }
 }
 
-void ExtraOptionWidgetTest::shouldLoadAnExtraOption()
+void ExtraOptionWidgetTest::setExtraOption_showsModeAndMirror()
 {
     QFETCH(int, mode);
     QFETCH(bool, mirror);
@@ -240,7 +240,7 @@ void ExtraOptionWidgetTest::shouldLoadAnExtraOption()
     QCOMPARE(log.count(QtDebugMsg, kMirrorLine), 1);
 }
 
-void ExtraOptionWidgetTest::shouldKeepAPrintModeWithoutAButton_data()
+void ExtraOptionWidgetTest::setExtraOption_printModeWithoutAButton_isKept_data()
 {
     QTest::addColumn<int>("mode");
     QTest::newRow("3") << 3;
@@ -248,7 +248,7 @@ void ExtraOptionWidgetTest::shouldKeepAPrintModeWithoutAButton_data()
     QTest::newRow("large") << 1000;
 }
 
-void ExtraOptionWidgetTest::shouldKeepAPrintModeWithoutAButton()
+void ExtraOptionWidgetTest::setExtraOption_printModeWithoutAButton_isKept()
 {
     QFETCH(int, mode);
     ExtraOptionWidget widget(nullptr);
@@ -270,7 +270,7 @@ void ExtraOptionWidgetTest::shouldKeepAPrintModeWithoutAButton()
     QCOMPARE(fresh.extraOption().printMode, mode);
 }
 
-void ExtraOptionWidgetTest::shouldNotLogAMirrorStateAlreadyShown()
+void ExtraOptionWidgetTest::setExtraOption_mirrorStateAlreadyShown_isNotLogged()
 {
     ExtraOptionWidget widget(nullptr);
     LogCapture log;
@@ -287,7 +287,7 @@ void ExtraOptionWidgetTest::shouldNotLogAMirrorStateAlreadyShown()
     QVERIFY(mirrorBox(widget)->isChecked());
 }
 
-void ExtraOptionWidgetTest::shouldOfferNoSignalsOrSlotsOfItsOwn()
+void ExtraOptionWidgetTest::metaObject_hasNoSignalsOrSlotsOfItsOwn()
 {
     const QMetaObject &meta = ExtraOptionWidget::staticMetaObject;
     QCOMPARE(meta.methodCount(), meta.methodOffset());

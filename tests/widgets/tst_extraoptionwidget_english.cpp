@@ -15,9 +15,9 @@ class ExtraOptionWidgetEnglishTest : public QObject
 
 private slots:
     void initTestCase();
-    void shouldShowEveryTextInEnglish_data();
-    void shouldShowEveryTextInEnglish();
-    void shouldKeepTheUntranslatedTitle();
+    void texts_showInEnglish_data();
+    void texts_showInEnglish();
+    void title_staysUntranslated();
 };
 
 void ExtraOptionWidgetEnglishTest::initTestCase()
@@ -25,7 +25,7 @@ void ExtraOptionWidgetEnglishTest::initTestCase()
     UIModuleConfig::instance()->setLanguage(QLocale::English);
 }
 
-void ExtraOptionWidgetEnglishTest::shouldShowEveryTextInEnglish_data()
+void ExtraOptionWidgetEnglishTest::texts_showInEnglish_data()
 {
     QTest::addColumn<QString>("objectName");
     QTest::addColumn<QString>("english");
@@ -39,7 +39,7 @@ void ExtraOptionWidgetEnglishTest::shouldShowEveryTextInEnglish_data()
     QTest::newRow("mirror") << QStringLiteral("checkBox_horMirror_") << QStringLiteral("Mirror print");
 }
 
-void ExtraOptionWidgetEnglishTest::shouldShowEveryTextInEnglish()
+void ExtraOptionWidgetEnglishTest::texts_showInEnglish()
 {
     QFETCH(QString, objectName);
     QFETCH(QString, english);
@@ -54,7 +54,7 @@ void ExtraOptionWidgetEnglishTest::shouldShowEveryTextInEnglish()
         QFAIL("neither a label nor a button");
 }
 
-void ExtraOptionWidgetEnglishTest::shouldKeepTheUntranslatedTitle()
+void ExtraOptionWidgetEnglishTest::title_staysUntranslated()
 {
     ExtraOptionWidget widget(nullptr);
     QCOMPARE(widget.windowTitle(), QStringLiteral("Form"));

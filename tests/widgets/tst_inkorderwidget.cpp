@@ -121,34 +121,34 @@ class InkOrderWidgetTest : public QObject
     Q_OBJECT
 
 private slots:
-    void shouldRegisterItsTypesUnderTheirNames();
-    void shouldOfferOnlyTheOrderChangedSignal();
-    void shouldSetUpAMovableTabBarPaintedByItsStyle();
-    void shouldStartWithGreyOffColoursAndTheSwitchEnabled();
-    void shouldShowTabsSortedByOrder();
-    void shouldEmitTabPositionsAsOrders();
-    void shouldKeepEachInkInItsTabData();
-    void shouldColourTabTextsByState();
-    void shouldRefuseInksSharingAnOrder();
-    void shouldReplaceTheTabsWithoutEmitting();
-    void shouldEmitOncePerMoveWithTheMovedInkAtItsNewPlace();
-    void shouldReorderWhenATabIsDraggedWithTheMouse();
-    void shouldEmitOncePerTabPassedWhileDragging();
-    void shouldPaintTheDraggedTabInItsInkColour();
-    void shouldSwitchAnInkOnDoubleClick();
-    void shouldSwitchAndMoveTheCurrentInkFromTheKeyboard();
-    void shouldPaintASwitchedInkInOffColoursAndBack();
-    void shouldIgnoreDoubleClicksWhenTheSwitchIsDisabled();
-    void shouldIgnoreADoubleClickBesideTheTabs();
-    void shouldPaintEachTabInItsInkColour();
-    void shouldRepaintOffTabsWithANewOffBackgroundColour();
-    void shouldRecolourOffTextsWithANewOffTextColour();
-    void shouldNotRepaintForTheCurrentOffColours();
-    void shouldNotFillAnOnTabWhoseInkColourIsInvalid();
-    void shouldLeaveATabWithForeignDataOutOfTheEmittedList();
+    void metaTypes_areRegisteredUnderTheirNames();
+    void metaObject_offersOnlyTheOrderChangedSignal();
+    void construction_setsUpAMovableTabBarPaintedByItsStyle();
+    void construction_startsWithGreyOffColoursAndTheSwitchEnabled();
+    void setInkInfos_showsTabsSortedByOrder();
+    void inkOrderChanged_carriesTabPositionsAsOrders();
+    void setInkInfos_keepsEachInkInItsTabData();
+    void tabTexts_areColouredByState();
+    void setInkInfos_refusesInksSharingAnOrder();
+    void setInkInfos_replacesTheTabsWithoutEmitting();
+    void tabMove_emitsOnceWithTheMovedInkAtItsNewPlace();
+    void mouseDrag_reordersTheTabs();
+    void mouseDrag_emitsOncePerTabPassed();
+    void mouseDrag_paintsTheDraggedTabInItsInkColour();
+    void doubleClick_switchesTheInk();
+    void keyboard_switchesAndMovesTheCurrentInk();
+    void switchedInk_isPaintedInOffColoursAndBack();
+    void doubleClick_switchDisabled_isIgnored();
+    void doubleClick_besideTheTabs_isIgnored();
+    void tabs_arePaintedInTheirInkColour();
+    void setOffBackgroundColor_newColour_repaintsOffTabs();
+    void setOffTextColor_newColour_recoloursOffTexts();
+    void offColours_currentOnes_causeNoRepaint();
+    void onTab_invalidInkColour_isNotFilled();
+    void inkOrderChanged_leavesTabsWithForeignDataOut();
 };
 
-void InkOrderWidgetTest::shouldRegisterItsTypesUnderTheirNames()
+void InkOrderWidgetTest::metaTypes_areRegisteredUnderTheirNames()
 {
     InkOrderWidget widget(nullptr);
     QCOMPARE(QMetaType::type("QVector<InkInfo>"), qMetaTypeId<InkInfos>());
@@ -156,7 +156,7 @@ void InkOrderWidgetTest::shouldRegisterItsTypesUnderTheirNames()
     QCOMPARE(QMetaType::type("QSharedPointer<TabBarStyle::ITabData>"), pointerId);
 }
 
-void InkOrderWidgetTest::shouldOfferOnlyTheOrderChangedSignal()
+void InkOrderWidgetTest::metaObject_offersOnlyTheOrderChangedSignal()
 {
     const QMetaObject &meta = InkOrderWidget::staticMetaObject;
     QCOMPARE(meta.methodCount() - meta.methodOffset(), 1);
@@ -166,7 +166,7 @@ void InkOrderWidgetTest::shouldOfferOnlyTheOrderChangedSignal()
     QCOMPARE(method.parameterType(0), qMetaTypeId<InkInfos>());
 }
 
-void InkOrderWidgetTest::shouldSetUpAMovableTabBarPaintedByItsStyle()
+void InkOrderWidgetTest::construction_setsUpAMovableTabBarPaintedByItsStyle()
 {
     LogCapture log;
     InkOrderWidget widget(nullptr);
@@ -209,7 +209,7 @@ void InkOrderWidgetTest::shouldSetUpAMovableTabBarPaintedByItsStyle()
              qPrintable(lines.first().message));
 }
 
-void InkOrderWidgetTest::shouldStartWithGreyOffColoursAndTheSwitchEnabled()
+void InkOrderWidgetTest::construction_startsWithGreyOffColoursAndTheSwitchEnabled()
 {
     InkOrderWidget widget(nullptr);
     QCOMPARE(widget.offBackgroundColor(), QColor(Qt::gray));
@@ -218,7 +218,7 @@ void InkOrderWidgetTest::shouldStartWithGreyOffColoursAndTheSwitchEnabled()
     QVERIFY(widget.inkInfos().isEmpty());
 }
 
-void InkOrderWidgetTest::shouldShowTabsSortedByOrder()
+void InkOrderWidgetTest::setInkInfos_showsTabsSortedByOrder()
 {
     InkOrderWidget widget(nullptr);
     QSignalSpy spy(&widget, &InkOrderWidget::inkOrderChanged);
@@ -237,7 +237,7 @@ void InkOrderWidgetTest::shouldShowTabsSortedByOrder()
     QCOMPARE(spy.count(), 0);
 }
 
-void InkOrderWidgetTest::shouldEmitTabPositionsAsOrders()
+void InkOrderWidgetTest::inkOrderChanged_carriesTabPositionsAsOrders()
 {
     InkOrderWidget widget(nullptr);
     widget.setInkInfos({ink(10, 5, true, QStringLiteral("five"), Qt::red),
@@ -261,7 +261,7 @@ void InkOrderWidgetTest::shouldEmitTabPositionsAsOrders()
     QCOMPARE(orders(widget.inkInfos()), (QList<int>{0, 1, 2}));
 }
 
-void InkOrderWidgetTest::shouldKeepEachInkInItsTabData()
+void InkOrderWidgetTest::setInkInfos_keepsEachInkInItsTabData()
 {
     InkOrderWidget widget(nullptr);
     widget.setOffBackgroundColor(kOffBackground);
@@ -283,7 +283,7 @@ void InkOrderWidgetTest::shouldKeepEachInkInItsTabData()
     QCOMPARE(getTabData(tabBar, 3)->backgroundColor(), kOffBackground);
 }
 
-void InkOrderWidgetTest::shouldColourTabTextsByState()
+void InkOrderWidgetTest::tabTexts_areColouredByState()
 {
     InkOrderWidget widget(nullptr);
     widget.setOffTextColor(kOffText);
@@ -300,7 +300,7 @@ void InkOrderWidgetTest::shouldColourTabTextsByState()
     QCOMPARE(tabBar->tabTextColor(0), QColor(55, 155, 205, 128));
 }
 
-void InkOrderWidgetTest::shouldRefuseInksSharingAnOrder()
+void InkOrderWidgetTest::setInkInfos_refusesInksSharingAnOrder()
 {
     InkOrderWidget widget(nullptr);
     widget.setInkInfos(processInks());
@@ -320,7 +320,7 @@ void InkOrderWidgetTest::shouldRefuseInksSharingAnOrder()
     QVERIFY(lines.first().function.contains(QStringLiteral("InkOrderWidget::setInkInfos")));
 }
 
-void InkOrderWidgetTest::shouldReplaceTheTabsWithoutEmitting()
+void InkOrderWidgetTest::setInkInfos_replacesTheTabsWithoutEmitting()
 {
     InkOrderWidget widget(nullptr);
     widget.setInkInfos(processInks());
@@ -340,7 +340,7 @@ void InkOrderWidgetTest::shouldReplaceTheTabsWithoutEmitting()
     QCOMPARE(spy.count(), 0);
 }
 
-void InkOrderWidgetTest::shouldEmitOncePerMoveWithTheMovedInkAtItsNewPlace()
+void InkOrderWidgetTest::tabMove_emitsOnceWithTheMovedInkAtItsNewPlace()
 {
     InkOrderWidget widget(nullptr);
     widget.setInkInfos(processInks()); // C M Y K
@@ -362,7 +362,7 @@ void InkOrderWidgetTest::shouldEmitOncePerMoveWithTheMovedInkAtItsNewPlace()
     QCOMPARE(inkIds(widget.inkInfos()), (QList<int>{2, 3, 0, 1}));
 }
 
-void InkOrderWidgetTest::shouldReorderWhenATabIsDraggedWithTheMouse()
+void InkOrderWidgetTest::mouseDrag_reordersTheTabs()
 {
     Window window;
     window.widget->setInkInfos(processInks()); // C M Y K
@@ -383,7 +383,7 @@ void InkOrderWidgetTest::shouldReorderWhenATabIsDraggedWithTheMouse()
     QCOMPARE(inkIds(window.widget->inkInfos()), (QList<int>{3, 1, 0, 2}));
 }
 
-void InkOrderWidgetTest::shouldEmitOncePerTabPassedWhileDragging()
+void InkOrderWidgetTest::mouseDrag_emitsOncePerTabPassed()
 {
     Window window;
     window.widget->setInkInfos(processInks()); // C M Y K
@@ -402,7 +402,7 @@ void InkOrderWidgetTest::shouldEmitOncePerTabPassedWhileDragging()
     QCOMPARE(orders(spyArgument(spy, 2)), (QList<int>{0, 1, 2, 3}));
 }
 
-void InkOrderWidgetTest::shouldPaintTheDraggedTabInItsInkColour()
+void InkOrderWidgetTest::mouseDrag_paintsTheDraggedTabInItsInkColour()
 {
     Window window;
     window.widget->setInkInfos(processInks()); // C M Y K
@@ -434,7 +434,7 @@ void InkOrderWidgetTest::shouldPaintTheDraggedTabInItsInkColour()
     QCOMPARE(tabTexts(tabBar), (QStringList{"C", "M", "Y", "K"}));
 }
 
-void InkOrderWidgetTest::shouldSwitchAnInkOnDoubleClick()
+void InkOrderWidgetTest::doubleClick_switchesTheInk()
 {
     Window window;
     window.widget->setInkInfos(processInks()); // C M Y K(off)
@@ -458,7 +458,7 @@ void InkOrderWidgetTest::shouldSwitchAnInkOnDoubleClick()
     QCOMPARE(spyArgument(spy, 1).at(3).isOn, true);
 }
 
-void InkOrderWidgetTest::shouldSwitchAndMoveTheCurrentInkFromTheKeyboard()
+void InkOrderWidgetTest::keyboard_switchesAndMovesTheCurrentInk()
 {
     Window window;
     window.widget->setInkInfos(processInks());
@@ -499,7 +499,7 @@ void InkOrderWidgetTest::shouldSwitchAndMoveTheCurrentInkFromTheKeyboard()
     QCOMPARE(tabBar->tabText(0), texts.at(0));
 }
 
-void InkOrderWidgetTest::shouldPaintASwitchedInkInOffColoursAndBack()
+void InkOrderWidgetTest::switchedInk_isPaintedInOffColoursAndBack()
 {
     Window window;
     window.widget->setOffBackgroundColor(kOffBackground);
@@ -536,7 +536,7 @@ void InkOrderWidgetTest::shouldPaintASwitchedInkInOffColoursAndBack()
     QCOMPARE(textPixels(image, magentaTab, kOffText), greyBefore);
 }
 
-void InkOrderWidgetTest::shouldIgnoreDoubleClicksWhenTheSwitchIsDisabled()
+void InkOrderWidgetTest::doubleClick_switchDisabled_isIgnored()
 {
     Window window;
     window.widget->setInkInfos(processInks());
@@ -561,7 +561,7 @@ void InkOrderWidgetTest::shouldIgnoreDoubleClicksWhenTheSwitchIsDisabled()
              countPixels(before, tabBar->tabRect(0), Qt::cyan));
 }
 
-void InkOrderWidgetTest::shouldIgnoreADoubleClickBesideTheTabs()
+void InkOrderWidgetTest::doubleClick_besideTheTabs_isIgnored()
 {
     Window window;
     window.widget->setInkInfos({ink(0, 0, true, QStringLiteral("C"), Qt::cyan)});
@@ -581,7 +581,7 @@ void InkOrderWidgetTest::shouldIgnoreADoubleClickBesideTheTabs()
     QCOMPARE(log.count(QtCriticalMsg, QStringLiteral("check your code")), 0);
 }
 
-void InkOrderWidgetTest::shouldPaintEachTabInItsInkColour()
+void InkOrderWidgetTest::tabs_arePaintedInTheirInkColour()
 {
     Window window;
     window.widget->setOffBackgroundColor(kOffBackground);
@@ -604,7 +604,7 @@ void InkOrderWidgetTest::shouldPaintEachTabInItsInkColour()
     QVERIFY(textPixels(image, tabBar->tabRect(0), Qt::red) > 0); // complement of cyan
 }
 
-void InkOrderWidgetTest::shouldRepaintOffTabsWithANewOffBackgroundColour()
+void InkOrderWidgetTest::setOffBackgroundColor_newColour_repaintsOffTabs()
 {
     Window window;
     window.widget->setInkInfos(processInks()); // K is off
@@ -628,7 +628,7 @@ void InkOrderWidgetTest::shouldRepaintOffTabsWithANewOffBackgroundColour()
     QCOMPARE(countPixels(image, tabBar->tabRect(0), newColor), 0);
 }
 
-void InkOrderWidgetTest::shouldRecolourOffTextsWithANewOffTextColour()
+void InkOrderWidgetTest::setOffTextColor_newColour_recoloursOffTexts()
 {
     Window window;
     window.widget->setInkInfos(processInks()); // K is off
@@ -646,7 +646,7 @@ void InkOrderWidgetTest::shouldRecolourOffTextsWithANewOffTextColour()
     QVERIFY(textPixels(window.grab(), tabBar->tabRect(3), newColor) > 0);
 }
 
-void InkOrderWidgetTest::shouldNotRepaintForTheCurrentOffColours()
+void InkOrderWidgetTest::offColours_currentOnes_causeNoRepaint()
 {
     Window window;
     window.widget->setInkInfos(processInks());
@@ -666,7 +666,7 @@ void InkOrderWidgetTest::shouldNotRepaintForTheCurrentOffColours()
     QCOMPARE(tabBar->tabTextColor(3), QColor(Qt::lightGray));
 }
 
-void InkOrderWidgetTest::shouldNotFillAnOnTabWhoseInkColourIsInvalid()
+void InkOrderWidgetTest::onTab_invalidInkColour_isNotFilled()
 {
     Window window;
     window.widget->setInkInfos({ink(0, 0, true, QStringLiteral("Varnish"), QColor()),
@@ -688,7 +688,7 @@ void InkOrderWidgetTest::shouldNotFillAnOnTabWhoseInkColourIsInvalid()
     QCOMPARE(actual, expected);
 }
 
-void InkOrderWidgetTest::shouldLeaveATabWithForeignDataOutOfTheEmittedList()
+void InkOrderWidgetTest::inkOrderChanged_leavesTabsWithForeignDataOut()
 {
     InkOrderWidget widget(nullptr);
     widget.setInkInfos(processInks()); // C M Y K

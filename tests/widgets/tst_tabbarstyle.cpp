@@ -77,18 +77,18 @@ class TabBarStyleTest : public QObject
     Q_OBJECT
 
 private slots:
-    void shouldProxyTheApplicationStyle();
-    void shouldFillTheRectWithTheColourOfTheTabUnderIt();
-    void shouldFillWithTheOffColourForAnInkThatIsOff();
-    void shouldUseTheCurrentTabWhenADraggedTabIsPainted();
-    void shouldDrawTheTextOnTopOfTheFill();
-    void shouldNotFillOutsideTheTabs();
-    void shouldNotFillForAnInvalidColour();
-    void shouldNotFillForDataOfAnotherKind();
-    void shouldTakeTheFillFromTheTextMapWhenOneIsSet();
+    void style_proxiesTheApplicationStyle();
+    void fill_takesTheColourOfTheTabUnderIt();
+    void fill_inkSwitchedOff_takesTheOffColour();
+    void fill_draggedTab_takesTheCurrentTab();
+    void text_isDrawnOnTopOfTheFill();
+    void fill_outsideTheTabs_isLeftOut();
+    void fill_invalidColour_isLeftOut();
+    void fill_dataOfAnotherKind_isLeftOut();
+    void fill_withATextMap_takesItsColour();
 };
 
-void TabBarStyleTest::shouldProxyTheApplicationStyle()
+void TabBarStyleTest::style_proxiesTheApplicationStyle()
 {
     QObject owner;
     QTabBar bar;
@@ -101,7 +101,7 @@ void TabBarStyleTest::shouldProxyTheApplicationStyle()
     QCOMPARE(style->baseStyle()->objectName().toLower(), applicationStyle->objectName().toLower());
 }
 
-void TabBarStyleTest::shouldFillTheRectWithTheColourOfTheTabUnderIt()
+void TabBarStyleTest::fill_takesTheColourOfTheTabUnderIt()
 {
     StyledBar styled(false);
     const QRect rect = styled.bar.tabRect(1).adjusted(4, 4, -4, -4);
@@ -112,7 +112,7 @@ void TabBarStyleTest::shouldFillTheRectWithTheColourOfTheTabUnderIt()
     QCOMPARE(countPixels(image, image.rect(), Qt::magenta), area(rect));
 }
 
-void TabBarStyleTest::shouldFillWithTheOffColourForAnInkThatIsOff()
+void TabBarStyleTest::fill_inkSwitchedOff_takesTheOffColour()
 {
     StyledBar styled(false);
     const QRect rect = styled.bar.tabRect(2).adjusted(4, 4, -4, -4);
@@ -123,7 +123,7 @@ void TabBarStyleTest::shouldFillWithTheOffColourForAnInkThatIsOff()
     QCOMPARE(countPixels(image, image.rect(), Qt::yellow), 0);
 }
 
-void TabBarStyleTest::shouldUseTheCurrentTabWhenADraggedTabIsPainted()
+void TabBarStyleTest::fill_draggedTab_takesTheCurrentTab()
 {
     // A movable bar's dragged tab is painted on a surface other than the bar,
     // where the rectangle does not locate the tab.
@@ -137,7 +137,7 @@ void TabBarStyleTest::shouldUseTheCurrentTabWhenADraggedTabIsPainted()
     QCOMPARE(countPixels(image, rect, Qt::cyan), 0);
 }
 
-void TabBarStyleTest::shouldDrawTheTextOnTopOfTheFill()
+void TabBarStyleTest::text_isDrawnOnTopOfTheFill()
 {
     StyledBar styled(false);
     const QRect rect = styled.bar.tabRect(0);
@@ -150,7 +150,7 @@ void TabBarStyleTest::shouldDrawTheTextOnTopOfTheFill()
     QVERIFY(countPixels(image, rect, Qt::black) > 0);
 }
 
-void TabBarStyleTest::shouldNotFillOutsideTheTabs()
+void TabBarStyleTest::fill_outsideTheTabs_isLeftOut()
 {
     StyledBar styled(false);
     QVERIFY(styled.bar.tabAt(QPoint(styled.bar.width() - 10, 5)) < 0);
@@ -164,7 +164,7 @@ void TabBarStyleTest::shouldNotFillOutsideTheTabs()
     QVERIFY(countPixels(image, rect, Qt::black) > 0);
 }
 
-void TabBarStyleTest::shouldNotFillForAnInvalidColour()
+void TabBarStyleTest::fill_invalidColour_isLeftOut()
 {
     StyledBar styled(false);
     addInkTab(&styled.bar, QStringLiteral("Varnish"), true, QColor(), Qt::gray);
@@ -176,7 +176,7 @@ void TabBarStyleTest::shouldNotFillForAnInvalidColour()
     QCOMPARE(countPixels(image, image.rect(), kCanvas), area(image.rect()));
 }
 
-void TabBarStyleTest::shouldNotFillForDataOfAnotherKind()
+void TabBarStyleTest::fill_dataOfAnotherKind_isLeftOut()
 {
     StyledBar styled(false);
     styled.bar.setTabData(1, QStringLiteral("magenta"));
@@ -189,7 +189,7 @@ void TabBarStyleTest::shouldNotFillForDataOfAnotherKind()
     QCOMPARE(log.entries().size(), 0);
 }
 
-void TabBarStyleTest::shouldTakeTheFillFromTheTextMapWhenOneIsSet()
+void TabBarStyleTest::fill_withATextMap_takesItsColour()
 {
     StyledBar styled(false);
     styled.style.setTextBackgroundColors({{QStringLiteral("M"), QColor(Qt::red)}});

@@ -34,16 +34,16 @@ class TabDataTest : public QObject
     Q_OBJECT
 
 private slots:
-    void shouldNameItsTypeOne();
-    void shouldFillWithTheInkColourOnlyWhileOn();
-    void shouldReturnTheTabsOwnData();
-    void shouldReturnNullWithoutALogForAnIndexOutOfRange_data();
-    void shouldReturnNullWithoutALogForAnIndexOutOfRange();
-    void shouldReportDataOfAnotherKind_data();
-    void shouldReportDataOfAnotherKind();
+    void construction_setsTypeOneAndTheInk();
+    void fillColour_isTheInkColourOnlyWhileOn();
+    void tabData_returnsTheTabsOwnData();
+    void tabData_indexOutOfRange_isNullWithoutALog_data();
+    void tabData_indexOutOfRange_isNullWithoutALog();
+    void tabData_reportsDataOfAnotherKind_data();
+    void tabData_reportsDataOfAnotherKind();
 };
 
-void TabDataTest::shouldNameItsTypeOne()
+void TabDataTest::construction_setsTypeOneAndTheInk()
 {
     const TabData data(4, true, Qt::cyan, Qt::gray);
     QCOMPARE(data.type(), 1);
@@ -53,7 +53,7 @@ void TabDataTest::shouldNameItsTypeOne()
     QCOMPARE(data.offColor, QColor(Qt::gray));
 }
 
-void TabDataTest::shouldFillWithTheInkColourOnlyWhileOn()
+void TabDataTest::fillColour_isTheInkColourOnlyWhileOn()
 {
     TabData data(0, true, Qt::magenta, QColor(153, 153, 153));
     QCOMPARE(data.backgroundColor(), QColor(Qt::magenta));
@@ -63,7 +63,7 @@ void TabDataTest::shouldFillWithTheInkColourOnlyWhileOn()
     QVERIFY(!data.backgroundColor().isValid());
 }
 
-void TabDataTest::shouldReturnTheTabsOwnData()
+void TabDataTest::tabData_returnsTheTabsOwnData()
 {
     QTabBar tabBar;
     tabBar.addTab(QStringLiteral("C"));
@@ -78,7 +78,7 @@ void TabDataTest::shouldReturnTheTabsOwnData()
     QCOMPARE(stored->backgroundColor(), QColor(Qt::gray));
 }
 
-void TabDataTest::shouldReturnNullWithoutALogForAnIndexOutOfRange_data()
+void TabDataTest::tabData_indexOutOfRange_isNullWithoutALog_data()
 {
     QTest::addColumn<int>("index");
     QTest::newRow("-1") << -1;
@@ -86,7 +86,7 @@ void TabDataTest::shouldReturnNullWithoutALogForAnIndexOutOfRange_data()
     QTest::newRow("far") << 100;
 }
 
-void TabDataTest::shouldReturnNullWithoutALogForAnIndexOutOfRange()
+void TabDataTest::tabData_indexOutOfRange_isNullWithoutALog()
 {
     QFETCH(int, index);
     QTabBar tabBar;
@@ -98,7 +98,7 @@ void TabDataTest::shouldReturnNullWithoutALogForAnIndexOutOfRange()
     QCOMPARE(log.entries().size(), 0);
 }
 
-void TabDataTest::shouldReportDataOfAnotherKind_data()
+void TabDataTest::tabData_reportsDataOfAnotherKind_data()
 {
     QTest::addColumn<QString>("kind");
     QTest::newRow("no data") << QStringLiteral("none");
@@ -108,7 +108,7 @@ void TabDataTest::shouldReportDataOfAnotherKind_data()
     QTest::newRow("type 1 of another class") << QStringLiteral("type1");
 }
 
-void TabDataTest::shouldReportDataOfAnotherKind()
+void TabDataTest::tabData_reportsDataOfAnotherKind()
 {
     QFETCH(QString, kind);
     QTabBar tabBar;

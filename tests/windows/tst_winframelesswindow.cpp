@@ -197,10 +197,10 @@ class WinFramelessWindowTest : public QObject
 private slots:
     void initTestCase();
     void dialog_usesTheNativeBackEnd();
-    void hitTest_edgesAndCorners_data();
-    void hitTest_edgesAndCorners();
-    void hitTest_titleBarAndClient();
-    void hitTest_fixedSizeWindowHasNoBorder();
+    void hitTest_findsEdgesAndCorners_data();
+    void hitTest_findsEdgesAndCorners();
+    void hitTest_findsTitleBarAndClient();
+    void hitTest_fixedSizeWindow_hasNoBorder();
     void ncCalcSize_clientIsWholeWindow();
     void ncCalcSize_maximisedFillsWorkAreaUnlessMaximumIsSmaller();
     void minMaxInfo_matchesSizeLimits();
@@ -208,7 +208,7 @@ private slots:
     void dpiChanged_takesSuggestedRectangle();
     void maximiseAndRestore_changeNativeState();
     void titleBarButtons_changeNativeState();
-    void messageBox_nativeBackEndAndHitTest();
+    void messageBox_usesTheNativeBackEndAndHitTest();
     void messageBox_wrappedTextHasNoHorizontalScrollBar_data();
     void messageBox_wrappedTextHasNoHorizontalScrollBar();
 };
@@ -245,7 +245,7 @@ void WinFramelessWindowTest::dialog_usesTheNativeBackEnd()
              LRESULT(HTCAPTION));
 }
 
-void WinFramelessWindowTest::hitTest_edgesAndCorners_data()
+void WinFramelessWindowTest::hitTest_findsEdgesAndCorners_data()
 {
     // Where the points lie: at an edge or half-way across, on each axis.
     QTest::addColumn<int>("xAnchor"); // 0 left, 1 middle, 2 right
@@ -261,7 +261,7 @@ void WinFramelessWindowTest::hitTest_edgesAndCorners_data()
     QTest::newRow("bottom right") << 2 << 2 << int(HTBOTTOMRIGHT);
 }
 
-void WinFramelessWindowTest::hitTest_edgesAndCorners()
+void WinFramelessWindowTest::hitTest_findsEdgesAndCorners()
 {
     QFETCH(int, xAnchor);
     QFETCH(int, yAnchor);
@@ -309,7 +309,7 @@ void WinFramelessWindowTest::hitTest_edgesAndCorners()
     QVERIFY(borderPixels >= border - 1 && borderPixels <= border);
 }
 
-void WinFramelessWindowTest::hitTest_titleBarAndClient()
+void WinFramelessWindowTest::hitTest_findsTitleBarAndClient()
 {
     auto dialog = newDialog();
     dialog->show();
@@ -340,7 +340,7 @@ void WinFramelessWindowTest::hitTest_titleBarAndClient()
     QCOMPARE(hitTestAt(hwnd, physicalCentre(dialog.get(), body)), LRESULT(HTCLIENT));
 }
 
-void WinFramelessWindowTest::hitTest_fixedSizeWindowHasNoBorder()
+void WinFramelessWindowTest::hitTest_fixedSizeWindow_hasNoBorder()
 {
     auto dialog = newDialog();
     dialog->setFixedSize(400, 260);
@@ -495,7 +495,7 @@ void WinFramelessWindowTest::titleBarButtons_changeNativeState()
     QVERIFY(!dialog->isVisible());
 }
 
-void WinFramelessWindowTest::messageBox_nativeBackEndAndHitTest()
+void WinFramelessWindowTest::messageBox_usesTheNativeBackEndAndHitTest()
 {
     bool checked = false;
     bool wasVisibleAfterClose = true;
