@@ -3,8 +3,8 @@
 #include "PrintParamsLogging.h"
 #include "PrsDocument.h"
 
-#include "Common/JsonText.h"
-#include "Common/PrsPath.h"
+#include "bex/JsonText.h"
+#include "bex/PrsPath.h"
 
 #include <IUIPrintParamsHandler.h>
 

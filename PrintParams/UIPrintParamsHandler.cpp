@@ -2,7 +2,7 @@
 
 #include "PrintParamsLogging.h"
 
-#include "Common/PrsPath.h"
+#include "bex/PrsPath.h"
 
 #include <QCoreApplication>
 

@@ -3,8 +3,8 @@
 #include "Common/HandlerRecords.h"
 #include "Common/HandlerText.h"
 #include "Common/Logging.h"
-#include "Common/PrsPath.h"
 #include "Config/PrinterDriverConfig.h"
+#include "bex/PrsPath.h"
 
 #include <IUIPrintParamsHandler.h>
 

@@ -1,6 +1,6 @@
 #include "FramelessHelper.h"
 
-#include "Common/Logging.h"
+#include "FramelessCore/FramelessLogging.h"
 
 #include <QWidget>
 

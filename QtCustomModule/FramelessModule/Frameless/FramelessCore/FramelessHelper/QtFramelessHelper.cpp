@@ -1,6 +1,6 @@
 #include "QtFramelessHelper.h"
 
-#include "Common/Logging.h"
+#include "FramelessCore/FramelessLogging.h"
 
 #include <QApplication>
 #include <QMouseEvent>

@@ -2,7 +2,7 @@
 
 #ifdef Q_OS_WIN
 
-#include "Common/Logging.h"
+#include "FramelessCore/FramelessLogging.h"
 
 #include <QEvent>
 #include <QScreen>

@@ -1,6 +1,6 @@
 #include "CommonFramelessTitleBar.h"
 
-#include "Common/Logging.h"
+#include "FramelessCore/FramelessLogging.h"
 
 #include <QEvent>
 #include <QHBoxLayout>
