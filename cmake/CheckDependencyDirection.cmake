@@ -46,7 +46,7 @@ foreach(relative IN LISTS checked_files)
     set(path "${ROOT}/${relative}")
     cmake_path(GET path PARENT_PATH including_dir)
     file(READ "${path}" content)
-    # One list element a line. Characters that CMake's lists treat specially
+    # One list element a line. Characters with a meaning of their own in CMake's lists
     # are replaced first; they cannot change what an include line names.
     string(REPLACE "\r" "" content "${content}")
     string(REPLACE "\\" "/" content "${content}")
