@@ -3,8 +3,8 @@
 #include "PrintParamsLogging.h"
 #include "PrsDocument.h"
 
-#include "Common/JsonText.h"
-#include "Common/PrsPath.h"
+#include "bex/JsonText.h"
+#include "bex/PrsPath.h"
 
 #include <IUIPrintParamsHandler.h>
 
@@ -19,6 +19,8 @@
 #include <QUuid>
 
 #include <algorithm>
+#include <array>
+#include <iterator>
 #include <optional>
 
 namespace bex::printparams {
@@ -27,11 +29,26 @@ namespace {
 const QString keyFormat = QStringLiteral("format");
 const QString formatName = QStringLiteral("BexInstalledPrinterDrivers");
 const QString keyDrivers = QStringLiteral("drivers");
-const QString keyId = QStringLiteral("id");
-const QString keyName = QStringLiteral("name");
-const QString keyShowName = QStringLiteral("showName");
-const QString keyPrs = QStringLiteral("prs");
 constexpr qint64 maxRegistrySize = 64 * 1024 * 1024;
+
+// The members of a driver's entry, in the alphabetical order in which
+// QJsonDocument writes them and serialize() writes them too: each one's
+// key, where it goes, the capacity of its field in the handler's records,
+// and whether it may be empty.
+struct DriverField
+{
+    const char *key;
+    QString InstalledDriver::*member;
+    std::size_t capacity;
+    bool required;
+};
+
+constexpr DriverField driverFields[] = {
+    {"id", &InstalledDriver::id, kPrinterIdSize, true},
+    {"name", &InstalledDriver::name, kPrinterNameSize, false},
+    {"prs", &InstalledDriver::prsPath, kPrinterPrsPathSize, true},
+    {"showName", &InstalledDriver::showName, kPrinterShowNameSize, false},
+};
 
 // The reason a list file cannot be used, or nothing when it holds a list.
 std::optional<QString> readDrivers(QFile &file, QVector<InstalledDriver> &drivers)
@@ -54,14 +71,13 @@ std::optional<QString> readDrivers(QFile &file, QVector<InstalledDriver> &driver
     for (const QJsonValue &value : array) {
         const QJsonObject object = value.toObject();
         InstalledDriver driver;
-        driver.id = object.value(keyId).toString();
-        driver.name = object.value(keyName).toString();
-        driver.showName = object.value(keyShowName).toString();
-        driver.prsPath = object.value(keyPrs).toString();
-        if (driver.id.isEmpty() || ids.contains(driver.id) || !fitsField(driver.id, int(kPrinterIdSize)) ||
-            !fitsField(driver.name, int(kPrinterNameSize)) ||
-            !fitsField(driver.showName, int(kPrinterShowNameSize)) || driver.prsPath.isEmpty() ||
-            !fitsField(driver.prsPath, int(kPrinterPrsPathSize)))
+        bool usable = true;
+        for (const DriverField &field : driverFields) {
+            QString &text = driver.*field.member;
+            text = object.value(QLatin1String(field.key)).toString();
+            usable = usable && !(field.required && text.isEmpty()) && fitsField(text, int(field.capacity));
+        }
+        if (!usable || ids.contains(driver.id))
             return QStringLiteral("entry ") + QString::number(drivers.size()) +
                    QStringLiteral(" is not a driver");
         ids.insert(driver.id);
@@ -209,20 +225,23 @@ QByteArray DriverRegistry::serialize() const
     // in alphabetical order.
     QByteArray out;
     out.reserve(int(bySequence_.size()) * 256 + 64);
+    // What comes before each member's value: the end of the member before it
+    // (or the entry's brace) and the member's key.
+    std::array<QByteArray, std::size(driverFields)> memberStarts;
+    for (std::size_t i = 0; i < memberStarts.size(); ++i) {
+        memberStarts[i] = i == 0 ? "        {\n" : ",\n";
+        memberStarts[i] += QByteArray("            \"") + driverFields[i].key + "\": ";
+    }
     out += "{\n    \"drivers\": [";
     bool first = true;
     for (const auto &entry : bySequence_) {
         const InstalledDriver &driver = entry.second;
         out += first ? "\n" : ",\n";
         first = false;
-        out += "        {\n            \"id\": ";
-        bex::appendJsonString(out, driver.id);
-        out += ",\n            \"name\": ";
-        bex::appendJsonString(out, driver.name);
-        out += ",\n            \"prs\": ";
-        bex::appendJsonString(out, driver.prsPath);
-        out += ",\n            \"showName\": ";
-        bex::appendJsonString(out, driver.showName);
+        for (std::size_t i = 0; i < std::size(driverFields); ++i) {
+            out += memberStarts[i];
+            bex::appendJsonString(out, driver.*driverFields[i].member);
+        }
         out += "\n        }";
     }
     out += first ? "]" : "\n    ]";

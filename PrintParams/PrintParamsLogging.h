@@ -4,6 +4,6 @@
 // path, line, function) under a category of the library's own, so that a
 // host can switch it on and off apart from the module.
 
-#include "Common/Logging.h"
+#include "bex/Logging.h"
 
 Q_DECLARE_LOGGING_CATEGORY(lcPrintParams) // bex.printparams

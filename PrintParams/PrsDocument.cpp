@@ -51,9 +51,19 @@ const QString keyCmyk = QStringLiteral("cmyk");
 const QString keyOutput = QStringLiteral("output");
 const QString keyIntent = QStringLiteral("intent");
 
-const QString kindResolution = QStringLiteral("resolution");
-const QString kindPaper = QStringLiteral("paper");
-const QString kindInk = QStringLiteral("ink");
+// The kinds an enum may name; an enum without one is of kind Common. Every
+// document has one enum of each, in this order of checking.
+struct KindName
+{
+    EnumKind kind;
+    const char *name;
+};
+
+constexpr KindName kindNames[] = {
+    {EnumKind::Resolution, "resolution"},
+    {EnumKind::Paper, "paper"},
+    {EnumKind::Ink, "ink"},
+};
 
 // Collects the first reason a document is refused; every reader below
 // returns false once it has one.
@@ -71,40 +81,52 @@ public:
         return false;
     }
 
+    // Entry i of a list, which must be an object; at names the entry in the
+    // reason.
+    bool entry(const QJsonArray &array, int i, const QString &at, QJsonObject &out)
+    {
+        if (!array.at(i).isObject())
+            return fail(at + QStringLiteral(" is not an object"));
+        out = array.at(i).toObject();
+        return true;
+    }
+
+    // A refusal of one key's value: where: "key" problem.
+    bool failKey(const QString &where, const QString &key, const char *problem)
+    {
+        return fail(where + QStringLiteral(": \"") + key + QStringLiteral("\" ") + QLatin1String(problem));
+    }
+
     bool text(const QJsonObject &object, const QString &key, int capacity, bool required, QString &out,
               const QString &where)
     {
         const QJsonValue value = object.value(key);
         if (value.isUndefined()) {
             if (required)
-                return fail(where + QStringLiteral(": \"") + key + QStringLiteral("\" missing"));
+                return failKey(where, key, "missing");
             out.clear();
             return true;
         }
         if (!value.isString())
-            return fail(where + QStringLiteral(": \"") + key + QStringLiteral("\" is not a text"));
+            return failKey(where, key, "is not a text");
         out = value.toString();
         if (required && out.isEmpty())
-            return fail(where + QStringLiteral(": \"") + key + QStringLiteral("\" is empty"));
+            return failKey(where, key, "is empty");
         if (QString::fromLocal8Bit(out.toLocal8Bit()) != out)
-            return fail(where + QStringLiteral(": \"") + key +
-                        QStringLiteral("\" holds text the local 8-bit encoding cannot hold"));
+            return failKey(where, key, "holds text the local 8-bit encoding cannot hold");
         if (!fitsField(out, capacity))
-            return fail(where + QStringLiteral(": \"") + key +
-                        QStringLiteral("\" too long or holds a zero character"));
+            return failKey(where, key, "too long or holds a zero character");
         return true;
     }
 
     bool integer(const QJsonObject &object, const QString &key, qint64 min, qint64 max, qint64 &out,
                  const QString &where)
     {
-        const QJsonValue value = object.value(key);
-        if (!value.isDouble())
-            return fail(where + QStringLiteral(": \"") + key + QStringLiteral("\" missing or not a number"));
-        const double number = value.toDouble();
-        if (!std::isfinite(number) || std::floor(number) != number || number < double(min) ||
-            number > double(max))
-            return fail(where + QStringLiteral(": \"") + key + QStringLiteral("\" out of range"));
+        double number = 0;
+        if (!real(object, key, double(min), double(max), number, where))
+            return false;
+        if (std::floor(number) != number)
+            return failKey(where, key, "out of range");
         out = qint64(number);
         return true;
     }
@@ -114,10 +136,10 @@ public:
     {
         const QJsonValue value = object.value(key);
         if (!value.isDouble())
-            return fail(where + QStringLiteral(": \"") + key + QStringLiteral("\" missing or not a number"));
+            return failKey(where, key, "missing or not a number");
         out = value.toDouble();
         if (!std::isfinite(out) || out < min || out > max)
-            return fail(where + QStringLiteral(": \"") + key + QStringLiteral("\" out of range"));
+            return failKey(where, key, "out of range");
         return true;
     }
 
@@ -126,8 +148,7 @@ public:
         if (!text(object, key, int(kIccPathSize), false, out, where))
             return false;
         if (!isIccProfileName(out))
-            return fail(where + QStringLiteral(": \"") + key +
-                        QStringLiteral("\" leaves its ICC folder or is not a file name"));
+            return failKey(where, key, "leaves its ICC folder or is not a file name");
         return true;
     }
 
@@ -136,11 +157,10 @@ public:
     {
         const QJsonValue value = object.value(key);
         if (!value.isArray())
-            return fail(where + QStringLiteral(": \"") + key + QStringLiteral("\" missing or not a list"));
+            return failKey(where, key, "missing or not a list");
         out = value.toArray();
         if (out.size() < minSize || out.size() > maxSize)
-            return fail(where + QStringLiteral(": \"") + key +
-                        QStringLiteral("\" has a bad number of entries"));
+            return failKey(where, key, "has a bad number of entries");
         return true;
     }
 
@@ -151,9 +171,9 @@ public:
         QSet<QString> names;
         for (int i = 0; i < array.size(); ++i) {
             const QString at = where + QStringLiteral(" channel ") + QString::number(i);
-            if (!array.at(i).isObject())
-                return fail(at + QStringLiteral(" is not an object"));
-            const QJsonObject object = array.at(i).toObject();
+            QJsonObject object;
+            if (!entry(array, i, at, object))
+                return false;
             PrsChannel channel;
             qint64 order = 0;
             if (!text(object, keyName, int(kInkChannelNameSize), true, channel.name, at) ||
@@ -202,17 +222,20 @@ QJsonArray channelsToJson(const QVector<PrsChannel> &channels)
 
 QString kindName(EnumKind kind)
 {
-    switch (kind) {
-    case EnumKind::Resolution:
-        return kindResolution;
-    case EnumKind::Paper:
-        return kindPaper;
-    case EnumKind::Ink:
-        return kindInk;
-    case EnumKind::Common:
-        break;
+    for (const KindName &entry : kindNames) {
+        if (entry.kind == kind)
+            return QString::fromLatin1(entry.name);
     }
     return QString();
+}
+
+std::optional<EnumKind> kindNamed(const QString &name)
+{
+    for (const KindName &entry : kindNames) {
+        if (name == QLatin1String(entry.name))
+            return entry.kind;
+    }
+    return std::nullopt;
 }
 
 bool sameChannelNames(const QVector<PrsChannel> &a, const QVector<PrsChannel> &b)
@@ -322,11 +345,9 @@ std::optional<PrsDocument> PrsDocument::parse(const QByteArray &data, QString *e
     QSet<QByteArray> keysEn;
     for (int i = 0; i < enums.size(); ++i) {
         const QString at = QStringLiteral("enum ") + QString::number(i);
-        if (!enums.at(i).isObject()) {
-            read.fail(at + QStringLiteral(" is not an object"));
+        QJsonObject object;
+        if (!read.entry(enums, i, at, object))
             return std::nullopt;
-        }
-        const QJsonObject object = enums.at(i).toObject();
         PrsEnum item;
         qint64 enumId = 0;
         qint64 selected = 0;
@@ -341,12 +362,8 @@ std::optional<PrsDocument> PrsDocument::parse(const QByteArray &data, QString *e
             return std::nullopt;
         item.enumId = quint32(enumId);
         item.selected = int(selected);
-        if (kind == kindResolution)
-            item.kind = EnumKind::Resolution;
-        else if (kind == kindPaper)
-            item.kind = EnumKind::Paper;
-        else if (kind == kindInk)
-            item.kind = EnumKind::Ink;
+        if (const std::optional<EnumKind> named = kindNamed(kind))
+            item.kind = *named;
         else if (!kind.isEmpty()) {
             read.fail(at + QStringLiteral(": unknown kind \"") + kind + QStringLiteral("\""));
             return std::nullopt;
@@ -367,11 +384,9 @@ std::optional<PrsDocument> PrsDocument::parse(const QByteArray &data, QString *e
 
         for (int v = 0; v < values.size(); ++v) {
             const QString valueAt = at + QStringLiteral(" value ") + QString::number(v);
-            if (!values.at(v).isObject()) {
-                read.fail(valueAt + QStringLiteral(" is not an object"));
+            QJsonObject valueObject;
+            if (!read.entry(values, v, valueAt, valueObject))
                 return std::nullopt;
-            }
-            const QJsonObject valueObject = values.at(v).toObject();
             PrsEnumValue value;
             if (!read.text(valueObject, keyText, int(kEnumValueSize), true, value.text, valueAt) ||
                 !read.text(valueObject, keyTextEn, int(kEnumValueSize), false, value.textEn, valueAt))
@@ -389,9 +404,9 @@ std::optional<PrsDocument> PrsDocument::parse(const QByteArray &data, QString *e
         }
         doc.enums.append(item);
     }
-    for (EnumKind kind : {EnumKind::Resolution, EnumKind::Paper, EnumKind::Ink}) {
-        if (doc.indexOfKind(kind) < 0) {
-            read.fail(QStringLiteral("no enum of kind ") + kindName(kind));
+    for (const KindName &entry : kindNames) {
+        if (doc.indexOfKind(entry.kind) < 0) {
+            read.fail(QStringLiteral("no enum of kind ") + QLatin1String(entry.name));
             return std::nullopt;
         }
     }
@@ -406,11 +421,9 @@ std::optional<PrsDocument> PrsDocument::parse(const QByteArray &data, QString *e
         QSet<qint64> seen;
         for (int i = 0; i < combinations.size(); ++i) {
             const QString at = QStringLiteral("combination ") + QString::number(i);
-            if (!combinations.at(i).isObject()) {
-                read.fail(at + QStringLiteral(" is not an object"));
+            QJsonObject object;
+            if (!read.entry(combinations, i, at, object))
                 return std::nullopt;
-            }
-            const QJsonObject object = combinations.at(i).toObject();
             PrsCombination combination;
             qint64 resolution = 0;
             qint64 paper = 0;

@@ -2,7 +2,7 @@
 
 #include "PrintParamsLogging.h"
 
-#include "Common/PrsPath.h"
+#include "bex/PrsPath.h"
 
 #include <QCoreApplication>
 
@@ -290,29 +290,26 @@ printerEnumItem *UIPrintParamsHandler::GetSelectEnumItem(std::int32_t kind)
 
 printerChannelColorInfo *UIPrintParamsHandler::GetChannelColorInfo()
 {
-    channelRecord_.reset();
-    if (!selection_)
+    ChannelRecord *record = renewRecord(channelRecord_);
+    if (!record)
         return nullptr;
     const QVector<PrsChannel> &channels = selection_->document.currentChannels();
-    channelRecord_ = std::make_unique<ChannelRecord>();
-    channelRecord_->channels.resize(std::size_t(channels.size()));
+    record->channels.resize(std::size_t(channels.size()));
     for (int i = 0; i < channels.size(); ++i) {
-        inkChannelInfo &entry = channelRecord_->channels[std::size_t(i)];
+        inkChannelInfo &entry = record->channels[std::size_t(i)];
         entry.iciDepth = channels.at(i).density;
         entry.iciMaxInk = channels.at(i).maxInk;
         copyField(entry.iciName, channels.at(i).name);
     }
-    channelRecord_->info.channels = channelRecord_->channels.data();
-    channelRecord_->info.pcciChanneNum = channels.size();
-    return &channelRecord_->info;
+    record->info.channels = record->channels.data();
+    record->info.pcciChanneNum = channels.size();
+    return &record->info;
 }
 
 bool UIPrintParamsHandler::SetChannelColorInfo(const printerChannelColorInfo *info)
 {
-    if (!selection_ || !info) {
-        BEX_WARNING(lcPrintParams) << "refused: no driver selected or no record";
+    if (!canTakeRecord(info))
         return false;
-    }
     QVector<PrsChannel> edited = selection_->document.currentChannels();
     if (info->pcciChanneNum != edited.size() || !info->channels) {
         BEX_WARNING(lcPrintParams) << "refused: channel count" << info->pcciChanneNum << "expected"
@@ -333,6 +330,14 @@ bool UIPrintParamsHandler::SetChannelColorInfo(const printerChannelColorInfo *in
         edited[i].maxInk = entry.iciMaxInk;
     }
     return setChannels(edited);
+}
+
+bool UIPrintParamsHandler::canTakeRecord(const void *record) const
+{
+    if (selection_ && record)
+        return true;
+    BEX_WARNING(lcPrintParams) << "refused: no driver selected or no record";
+    return false;
 }
 
 bool UIPrintParamsHandler::setChannels(const QVector<PrsChannel> &edited)
@@ -361,10 +366,8 @@ printerIccColorInfo *UIPrintParamsHandler::GetIccSettingInfo()
 
 bool UIPrintParamsHandler::SetIccSettingInfo(const printerIccColorInfo *info)
 {
-    if (!selection_ || !info) {
-        BEX_WARNING(lcPrintParams) << "refused: no driver selected or no record";
+    if (!canTakeRecord(info))
         return false;
-    }
     const std::optional<QString> rgb = readField(info->iccFilePath_RGB);
     const std::optional<QString> cmyk = readField(info->iccFilePath_CMYK);
     const std::optional<QString> output = readField(info->iccFilePath_OUTPUT);
@@ -414,27 +417,23 @@ bool UIPrintParamsHandler::GetSelectEnumItemDpi(std::int32_t index, std::uint32_
 
 printerInkOrderInfo *UIPrintParamsHandler::GetInkOrderInfo()
 {
-    inkOrderRecord_.reset();
-    if (!selection_)
+    InkOrderRecord *record = renewRecord(inkOrderRecord_);
+    if (!record)
         return nullptr;
-    const QVector<PrsChannel> &channels = selection_->document.currentChannels();
-    inkOrderRecord_ = std::make_unique<InkOrderRecord>();
-    for (const PrsChannel &channel : channels) {
-        inkOrderRecord_->order.push_back(channel.order);
-        inkOrderRecord_->off.push_back(channel.on ? 0 : 1);
+    for (const PrsChannel &channel : selection_->document.currentChannels()) {
+        record->order.push_back(channel.order);
+        record->off.push_back(channel.on ? 0 : 1);
     }
-    inkOrderRecord_->info.pioiInkNum = channels.size();
-    inkOrderRecord_->info.pioiInkOrder = inkOrderRecord_->order.data();
-    inkOrderRecord_->info.PioiInkOFFON = inkOrderRecord_->off.data();
-    return &inkOrderRecord_->info;
+    record->info.pioiInkNum = int(record->order.size());
+    record->info.pioiInkOrder = record->order.data();
+    record->info.PioiInkOFFON = record->off.data();
+    return &record->info;
 }
 
 bool UIPrintParamsHandler::SetInkOrderInfo(const printerInkOrderInfo *info)
 {
-    if (!selection_ || !info) {
-        BEX_WARNING(lcPrintParams) << "refused: no driver selected or no record";
+    if (!canTakeRecord(info))
         return false;
-    }
     QVector<PrsChannel> channels = selection_->document.currentChannels();
     if (info->pioiInkNum != channels.size() || !info->pioiInkOrder || !info->PioiInkOFFON) {
         BEX_WARNING(lcPrintParams) << "refused: ink count" << info->pioiInkNum << "expected"

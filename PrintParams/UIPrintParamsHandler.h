@@ -89,6 +89,20 @@ private:
     // Stores the edited channels of the current combination (see
     // PrsDocument::setCurrentChannels); needs a selection.
     bool setChannels(const QVector<PrsChannel> &edited);
+    // Whether a Set call can take its record: a driver is selected and the
+    // record is there. A refusal is logged.
+    bool canTakeRecord(const void *record) const;
+    // Drops the record of a kind handed out last and, with a driver
+    // selected, puts a new empty one in its place; null without a selection.
+    template <typename Record>
+    Record *renewRecord(std::unique_ptr<Record> &slot)
+    {
+        slot.reset();
+        if (!selection_)
+            return nullptr;
+        slot = std::make_unique<Record>();
+        return slot.get();
+    }
 
     DriverRegistry registry_;
     std::optional<Selection> selection_;

@@ -1,6 +1,5 @@
 #include "BexRipEngineDriverUI_RipServer_p.h"
 
-#include "Common/JsonText.h"
 #include "Common/Logging.h"
 #include "Config/PrinterDriverConfig.h"
 #include "Config/UIModuleConfig.h"
@@ -9,6 +8,7 @@
 #include "UI/PrinterDriverManager.h"
 #include "UI/PrinterDriverManagerDlg.h"
 #include "UI/PrinterDriverPropertyDlg.h"
+#include "bex/JsonText.h"
 
 #include <IUIPrintParamsHandler.h>
 

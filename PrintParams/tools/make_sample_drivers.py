@@ -47,6 +47,21 @@ def icc(rgb, cmyk, output, intent):
     return {"rgb": rgb, "cmyk": cmyk, "output": output, "intent": intent}
 
 
+# The three settings every driver has, each of a kind of its own by which the
+# print-parameter library finds it; their enum ids are the same in every
+# sample. Values are given as res() and val() take them.
+def resolutions(values, selected=0):
+    return enum(1, "打印精度", "Resolution", [res(*v) for v in values], selected, "resolution")
+
+
+def media(values, selected=0):
+    return enum(2, "纸张", "Media", [val(*v) for v in values], selected, "paper")
+
+
+def inks(values, selected=0):
+    return enum(3, "墨水", "Ink", [val(*v) for v in values], selected, "ink")
+
+
 # Common settings of a flatbed UV printer, shown in the property dialog's
 # "其他属性" section. Enum ids are the same in every sample.
 def direction(selected=0):
@@ -93,11 +108,9 @@ DRIVERS = {
         "pdvFile": "BexUV2513_CMYKWV.pdv",
         "modeId": 1,
         "enums": [
-            enum(1, "打印精度", "Resolution", [res(720, 600, 4), res(720, 900, 6), res(1440, 1200, 8)], 1,
-                 "resolution"),
-            enum(2, "纸张", "Media", [val("亚克力", "Acrylic"), val("玻璃", "Glass"), val("金属", "Metal"),
-                                     val("木板", "Wood")], 0, "paper"),
-            enum(3, "墨水", "Ink", [val("CMYK+白+光油", "CMYK+White+Varnish"), val("CMYK", "CMYK only")], 0, "ink"),
+            resolutions([(720, 600, 4), (720, 900, 6), (1440, 1200, 8)], 1),
+            media([("亚克力", "Acrylic"), ("玻璃", "Glass"), ("金属", "Metal"), ("木板", "Wood")]),
+            inks([("CMYK+白+光油", "CMYK+White+Varnish"), ("CMYK", "CMYK only")]),
             direction(),
             white_ink_mode(1),
             enum(12, "羽化", "Feathering", [val("关", "Off"), val("弱", "Weak"), val("强", "Strong")], 1),
@@ -125,11 +138,9 @@ DRIVERS = {
         "pdvFile": "BexUV1610_CMYKLcLm.pdv",
         "modeId": 2,
         "enums": [
-            enum(1, "打印精度", "Resolution", [res(540, 720, 3), res(720, 1200, 6), res(1440, 1440, 12)], 1,
-                 "resolution"),
-            enum(2, "纸张", "Media", [val("PVC", "PVC"), val("皮革", "Leather"), val("帆布", "Canvas"),
-                                     val("手机壳", "Phone case")], 0, "paper"),
-            enum(3, "墨水", "Ink", [val("六色", "6 colours"), val("四色", "4 colours")], 0, "ink"),
+            resolutions([(540, 720, 3), (720, 1200, 6), (1440, 1440, 12)], 1),
+            media([("PVC", "PVC"), ("皮革", "Leather"), ("帆布", "Canvas"), ("手机壳", "Phone case")]),
+            inks([("六色", "6 colours"), ("四色", "4 colours")]),
             direction(),
             enum(13, "图像质量", "Quality", [val("标准", "Standard"), val("精细", "Fine")], 0),
             pass_count([3, 6, 12], 2),
@@ -155,11 +166,9 @@ DRIVERS = {
         "pdvFile": "BexUV3220_8C.pdv",
         "modeId": 0,
         "enums": [
-            enum(1, "打印精度", "Resolution", [res(600, 900, 4), res(1200, 1200, 8), res(1200, 2400, 16)], 0,
-                 "resolution"),
-            enum(2, "纸张", "Media", [val("木板", "Wood"), val("瓷砖", "Ceramic tile"), val("皮革", "Leather"),
-                                     val("纸板", "Cardboard")], 0, "paper"),
-            enum(3, "墨水", "Ink", [val("八色", "8 colours"), val("六色", "6 colours")], 0, "ink"),
+            resolutions([(600, 900, 4), (1200, 1200, 8), (1200, 2400, 16)]),
+            media([("木板", "Wood"), ("瓷砖", "Ceramic tile"), ("皮革", "Leather"), ("纸板", "Cardboard")]),
+            inks([("八色", "8 colours"), ("六色", "6 colours")]),
             direction(1),
             head_voltage(),
             pass_count([4, 8, 16]),

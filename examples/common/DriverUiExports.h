@@ -4,32 +4,35 @@
 
 #include <QLibrary>
 
-// The six exports of the driver UI module, resolved from a library loaded at
-// run time, for the project's own hosts (demo, benchmarks).
+// The six exports of the driver UI module, each as X(member, name): the
+// member of DriverUiExports that holds it and its name in the library. The
+// header names each one's type <name>Fn, so a function cannot be resolved
+// under a wrong type or a wrong name.
+#define BEX_DRIVER_UI_EXPORTS(X)                                                                             \
+    X(initialize, BexRipEngineDriverUI_RipServer_Initialize)                                                 \
+    X(unInitialize, BexRipEngineDriverUI_RipServer_UnInitialize)                                             \
+    X(create, CreateBexRipEngineDriverUI_RipServer)                                                          \
+    X(destroy, DestroyBexRipEngineDriverUI_RipServer)                                                        \
+    X(kind, BexRipEngineDriverUI_RipServer_Kind)                                                             \
+    X(version, BexRipEngineDriverUI_RipServer_Version)
+
+// The exports resolved from a library loaded at run time, for the project's
+// own hosts (demo, minimal host, benchmarks).
 struct DriverUiExports
 {
-    BexRipEngineDriverUI_RipServer_InitializeFn initialize = nullptr;
-    BexRipEngineDriverUI_RipServer_UnInitializeFn unInitialize = nullptr;
-    CreateBexRipEngineDriverUI_RipServerFn create = nullptr;
-    DestroyBexRipEngineDriverUI_RipServerFn destroy = nullptr;
-    BexRipEngineDriverUI_RipServer_KindFn kind = nullptr;
-    BexRipEngineDriverUI_RipServer_VersionFn version = nullptr;
+#define BEX_DECLARE_EXPORT(member, name) name##Fn member = nullptr;
+    BEX_DRIVER_UI_EXPORTS(BEX_DECLARE_EXPORT)
+#undef BEX_DECLARE_EXPORT
 
     // True when library holds all six.
     bool resolve(QLibrary &library)
     {
-        initialize = reinterpret_cast<BexRipEngineDriverUI_RipServer_InitializeFn>(
-            library.resolve("BexRipEngineDriverUI_RipServer_Initialize"));
-        unInitialize = reinterpret_cast<BexRipEngineDriverUI_RipServer_UnInitializeFn>(
-            library.resolve("BexRipEngineDriverUI_RipServer_UnInitialize"));
-        create = reinterpret_cast<CreateBexRipEngineDriverUI_RipServerFn>(
-            library.resolve("CreateBexRipEngineDriverUI_RipServer"));
-        destroy = reinterpret_cast<DestroyBexRipEngineDriverUI_RipServerFn>(
-            library.resolve("DestroyBexRipEngineDriverUI_RipServer"));
-        kind = reinterpret_cast<BexRipEngineDriverUI_RipServer_KindFn>(
-            library.resolve("BexRipEngineDriverUI_RipServer_Kind"));
-        version = reinterpret_cast<BexRipEngineDriverUI_RipServer_VersionFn>(
-            library.resolve("BexRipEngineDriverUI_RipServer_Version"));
-        return initialize && unInitialize && create && destroy && kind && version;
+        bool all = true;
+#define BEX_RESOLVE_EXPORT(member, name)                                                                     \
+    member = reinterpret_cast<name##Fn>(library.resolve(#name));                                             \
+    all = all && member;
+        BEX_DRIVER_UI_EXPORTS(BEX_RESOLVE_EXPORT)
+#undef BEX_RESOLVE_EXPORT
+        return all;
     }
 };

@@ -11,15 +11,16 @@
 #include <QTextStream>
 #include <QTimer>
 
+#include <chrono>
 #include <cstdio>
 
 namespace {
 
-// 20 ms a round: a window has 10 s to come, and 2 s to go after the last
-// expectation.
-constexpr int pollInterval = 20;
-constexpr int roundsToAppear = 500;
-constexpr int roundsToClose = 100;
+// The tour looks for its windows every 20 ms: a window has 10 s to come,
+// and 2 s to go after the last expectation.
+constexpr std::chrono::milliseconds pollInterval(20);
+constexpr int roundsToAppear = int(std::chrono::seconds(10) / pollInterval);
+constexpr int roundsToClose = int(std::chrono::seconds(2) / pollInterval);
 
 // The sample drivers the tour works with (their files in dtp/driver).
 const QString tourDriver = QStringLiteral("BexUV2513_CMYKWV");

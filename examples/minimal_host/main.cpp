@@ -6,6 +6,7 @@
 //
 // Prints the module's kind and version and the restored driver's document.
 
+#include "DriverUiExports.h"
 #include "IRipEngineDriverUI.h"
 
 #include <QApplication>
@@ -29,36 +30,27 @@ int main(int argc, char *argv[])
         err << module.errorString() << '\n';
         return 1;
     }
-    const auto initialize = reinterpret_cast<BexRipEngineDriverUI_RipServer_InitializeFn>(
-        module.resolve("BexRipEngineDriverUI_RipServer_Initialize"));
-    const auto unInitialize = reinterpret_cast<BexRipEngineDriverUI_RipServer_UnInitializeFn>(
-        module.resolve("BexRipEngineDriverUI_RipServer_UnInitialize"));
-    const auto kind = reinterpret_cast<BexRipEngineDriverUI_RipServer_KindFn>(
-        module.resolve("BexRipEngineDriverUI_RipServer_Kind"));
-    const auto version = reinterpret_cast<BexRipEngineDriverUI_RipServer_VersionFn>(
-        module.resolve("BexRipEngineDriverUI_RipServer_Version"));
-    const auto create = reinterpret_cast<CreateBexRipEngineDriverUI_RipServerFn>(
-        module.resolve("CreateBexRipEngineDriverUI_RipServer"));
-    const auto destroy = reinterpret_cast<DestroyBexRipEngineDriverUI_RipServerFn>(
-        module.resolve("DestroyBexRipEngineDriverUI_RipServer"));
-    if (!initialize || !unInitialize || !kind || !version || !create || !destroy) {
+    // Each of the six exports resolved by its name, as the type the header
+    // gives it (DriverUiExports.h).
+    DriverUiExports exports;
+    if (!exports.resolve(module)) {
         err << "not a driver UI module: " << module.fileName() << '\n';
         return 1;
     }
 
     unsigned major = 0, minor = 0, patch = 0;
-    version(&major, &minor, &patch);
-    out << "kind " << QString::fromWCharArray(kind()) << ", version " << major << '.' << minor << '.' << patch
-        << '\n';
+    exports.version(&major, &minor, &patch);
+    out << "kind " << QString::fromWCharArray(exports.kind()) << ", version " << major << '.' << minor << '.'
+        << patch << '\n';
 
     // Initialize first, and go on only when it succeeded.
-    if (!initialize()) {
+    if (!exports.initialize()) {
         err << "the print-parameter library made no handler\n";
-        unInitialize();
+        exports.unInitialize();
         return 1;
     }
 
-    IRipEngineDriverUI *ui = create();
+    IRipEngineDriverUI *ui = exports.create();
     ui->setLanguage(QLocale::English);
 
     // A job keeps its driver as a small document and rebuilds it later. Here
@@ -73,7 +65,7 @@ int main(int argc, char *argv[])
         out << "serialized again: " << QString::fromUtf8(ui->serialize(driver)) << '\n';
     }
 
-    destroy(ui);
-    unInitialize();
+    exports.destroy(ui);
+    exports.unInitialize();
     return driver.isNull() ? 1 : 0;
 }

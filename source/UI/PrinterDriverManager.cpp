@@ -1,11 +1,11 @@
 #include "UI/PrinterDriverManager.h"
 
 #include "Common/Logging.h"
-#include "Common/PrsPath.h"
 #include "Config/PrinterDriverConfig.h"
 #include "Driver/HandlerRecords.h"
 #include "Driver/HandlerText.h"
 #include "Driver/InkNames.h"
+#include "bex/PrsPath.h"
 
 #include <IUIPrintParamsHandler.h>
 

@@ -4,6 +4,7 @@
 #include "Common/Logging.h"
 #include "Config/PrinterDriverConfig.h"
 #include "Config/UIModuleConfig.h"
+#include "FramelessCore/FramelessLogging.h"
 
 #include <QtTest>
 

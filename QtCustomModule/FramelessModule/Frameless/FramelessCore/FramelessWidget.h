@@ -1,7 +1,7 @@
 #pragma once
 
-#include "Common/Logging.h"
 #include "FramelessCore/FramelessHelper/FramelessHelper.h"
+#include "FramelessCore/FramelessLogging.h"
 #include "FramelessWidget/Common/CommonFramelessTitleBar.h"
 
 #include <QLabel>

@@ -173,30 +173,45 @@ QPoint toLogical(const QPoint &physicalPos, const QPoint &screenOrigin, qreal de
                   screenOrigin.y() + scaled(physicalPos.y() - screenOrigin.y()));
 }
 
+namespace {
+
+// One axis of a native resize, from its near edge (left, top) to its far
+// edge (right, bottom). Either edge moving redraws the axis. Where the near
+// edge moved the content keeps to the far edge, which moves out one pixel
+// more when the window grew that way; where the far edge moved the content
+// keeps to the near one.
+struct AxisEdges
+{
+    bool &redraw;
+    bool &alignNear;
+    bool &alignFar;
+    int &far;
+};
+
+void compareAxis(int newNear, int oldNear, int newFar, int oldFar, const AxisEdges &out)
+{
+    if (newNear != oldNear) {
+        out.redraw = true;
+        out.alignFar = true;
+        if (newNear < oldNear)
+            out.far += 1;
+    }
+    if (newFar != oldFar) {
+        out.redraw = true;
+        out.alignNear = true;
+    }
+}
+
+} // namespace
+
 EdgeComparison compareEdges(const Rect &newRect, const Rect &oldRect)
 {
     EdgeComparison out;
     out.rect = newRect;
-    if (newRect.left != oldRect.left) {
-        out.horizontalRedraw = true;
-        out.alignRight = true;
-        if (newRect.left < oldRect.left)
-            out.rect.right += 1;
-    }
-    if (newRect.right != oldRect.right) {
-        out.horizontalRedraw = true;
-        out.alignLeft = true;
-    }
-    if (newRect.top != oldRect.top) {
-        out.verticalRedraw = true;
-        out.alignBottom = true;
-        if (newRect.top < oldRect.top)
-            out.rect.bottom += 1;
-    }
-    if (newRect.bottom != oldRect.bottom) {
-        out.verticalRedraw = true;
-        out.alignTop = true;
-    }
+    compareAxis(newRect.left, oldRect.left, newRect.right, oldRect.right,
+                {out.horizontalRedraw, out.alignLeft, out.alignRight, out.rect.right});
+    compareAxis(newRect.top, oldRect.top, newRect.bottom, oldRect.bottom,
+                {out.verticalRedraw, out.alignTop, out.alignBottom, out.rect.bottom});
     return out;
 }
 

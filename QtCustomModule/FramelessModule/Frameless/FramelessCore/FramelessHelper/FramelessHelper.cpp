@@ -1,6 +1,6 @@
 #include "FramelessHelper.h"
 
-#include "Common/Logging.h"
+#include "FramelessCore/FramelessLogging.h"
 
 #include <QWidget>
 
@@ -128,28 +128,34 @@ FramelessGeometry::HitRegion FramelessHelper::hitTestAt(const QPoint &borderPos,
     in.maximumSize = window_->maximumSize();
     if (titleBar_) {
         in.hasTitleBar = true;
-        in.titleBarRect = QRect(titleBar_->mapTo(window_, QPoint(0, 0)), titleBar_->size());
-        if (in.titleBarRect.contains(pos)) {
-            // Inside the title bar only its own ignored sub-widgets are drag areas.
-            const QWidget *child = titleBar_->childAt(titleBar_->mapFrom(window_, pos));
-            in.titleBarChild = !child                              ? ChildUnderCursor::None
-                               : isIgnoredTitleBarSubWidget(child) ? ChildUnderCursor::DragArea
-                                                                   : ChildUnderCursor::Other;
-        }
+        in.titleBarRect = rectInWindow(titleBar_);
+        // Inside the title bar only its own ignored sub-widgets are drag areas.
+        if (in.titleBarRect.contains(pos))
+            in.titleBarChild = childUnder(titleBar_, pos, &FramelessHelper::isIgnoredTitleBarSubWidget);
     }
     for (QWidget *dummy : dummyTitleBars_) {
         FramelessGeometry::DummyTitleBar area;
         area.childOfTitleBar = titleBar_ && dummy->parentWidget() == titleBar_;
-        area.rect = QRect(dummy->mapTo(window_, QPoint(0, 0)), dummy->size());
-        if (area.rect.contains(pos)) {
-            const QWidget *child = dummy->childAt(dummy->mapFrom(window_, pos));
-            area.child = !child                   ? ChildUnderCursor::None
-                         : isDummyTitleBar(child) ? ChildUnderCursor::DragArea
-                                                  : ChildUnderCursor::Other;
-        }
+        area.rect = rectInWindow(dummy);
+        if (area.rect.contains(pos))
+            area.child = childUnder(dummy, pos, &FramelessHelper::isDummyTitleBar);
         in.dummyTitleBars.append(area);
     }
     return FramelessGeometry::hitTest(in);
+}
+
+QRect FramelessHelper::rectInWindow(const QWidget *widget) const
+{
+    return QRect(widget->mapTo(window_, QPoint(0, 0)), widget->size());
+}
+
+ChildUnderCursor FramelessHelper::childUnder(const QWidget *area, const QPoint &pos,
+                                             bool (FramelessHelper::*isDragArea)(const QWidget *) const) const
+{
+    const QWidget *child = area->childAt(area->mapFrom(window_, pos));
+    if (!child)
+        return ChildUnderCursor::None;
+    return (this->*isDragArea)(child) ? ChildUnderCursor::DragArea : ChildUnderCursor::Other;
 }
 
 void FramelessHelper::on_titleBarDestroyed()

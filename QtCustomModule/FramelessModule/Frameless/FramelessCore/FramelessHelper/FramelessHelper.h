@@ -60,6 +60,13 @@ private slots:
 private:
     FramelessGeometry::HitRegion hitTestAt(const QPoint &borderPos, const QSize &clientSize,
                                            const QPoint &pos) const;
+    // A widget's rectangle in the window's coordinates.
+    QRect rectInWindow(const QWidget *widget) const;
+    // What lies under pos (window coordinates) inside area: nothing, one of
+    // its children that isDragArea accepts, or another child.
+    FramelessGeometry::ChildUnderCursor childUnder(const QWidget *area, const QPoint &pos,
+                                                   bool (FramelessHelper::*isDragArea)(const QWidget *)
+                                                       const) const;
 
     QWidget *window_ = nullptr;
     QWidget *titleBar_ = nullptr;

@@ -1,6 +1,7 @@
 #include "QtFramelessHelper.h"
 
-#include "Common/Logging.h"
+#include "FramelessCore/FramelessLogging.h"
+#include "FramelessCore/Repoint.h"
 
 #include <QApplication>
 #include <QMouseEvent>
@@ -13,6 +14,25 @@
 #endif
 
 using FramelessGeometry::HitRegion;
+
+namespace {
+
+// The pointer's shape over each part of the resize border; over the caption
+// and the client area the window's own cursor applies.
+struct BorderCursor
+{
+    HitRegion region;
+    Qt::CursorShape shape;
+};
+
+constexpr BorderCursor borderCursors[] = {
+    {HitRegion::Left, Qt::SizeHorCursor},       {HitRegion::Right, Qt::SizeHorCursor},
+    {HitRegion::Top, Qt::SizeVerCursor},        {HitRegion::Bottom, Qt::SizeVerCursor},
+    {HitRegion::TopLeft, Qt::SizeFDiagCursor},  {HitRegion::BottomRight, Qt::SizeFDiagCursor},
+    {HitRegion::TopRight, Qt::SizeBDiagCursor}, {HitRegion::BottomLeft, Qt::SizeBDiagCursor},
+};
+
+} // namespace
 
 QtFramelessHelper::QtFramelessHelper(QWidget *window)
     : FramelessHelper(window)
@@ -47,14 +67,9 @@ bool QtFramelessHelper::startSystemResize(Qt::Edges edges)
 
 void QtFramelessHelper::trackWindowHandle()
 {
-    QWindow *handle = window()->windowHandle();
-    if (handle == handle_)
-        return;
-    if (handle_)
-        handle_->removeEventFilter(this);
-    handle_ = handle;
-    if (handle_)
-        handle_->installEventFilter(this);
+    Frameless::repoint(
+        handle_, window()->windowHandle(), [this](QWindow *old) { old->removeEventFilter(this); },
+        [this](QWindow *handle) { handle->installEventFilter(this); });
 }
 
 bool QtFramelessHelper::eventFilter(QObject *watched, QEvent *event)
@@ -274,32 +289,15 @@ void QtFramelessHelper::endDrag()
 
 void QtFramelessHelper::updateCursor(HitRegion region)
 {
-    Qt::CursorShape shape = Qt::ArrowCursor;
-    switch (region) {
-    case HitRegion::Left:
-    case HitRegion::Right:
-        shape = Qt::SizeHorCursor;
-        break;
-    case HitRegion::Top:
-    case HitRegion::Bottom:
-        shape = Qt::SizeVerCursor;
-        break;
-    case HitRegion::TopLeft:
-    case HitRegion::BottomRight:
-        shape = Qt::SizeFDiagCursor;
-        break;
-    case HitRegion::TopRight:
-    case HitRegion::BottomLeft:
-        shape = Qt::SizeBDiagCursor;
-        break;
-    case HitRegion::Client:
-    case HitRegion::Caption:
-        if (cursorSet_) {
-            window()->unsetCursor();
-            cursorSet_ = false;
+    for (const BorderCursor &border : borderCursors) {
+        if (border.region == region) {
+            window()->setCursor(border.shape);
+            cursorSet_ = true;
+            return;
         }
-        return;
     }
-    window()->setCursor(shape);
-    cursorSet_ = true;
+    if (cursorSet_) {
+        window()->unsetCursor();
+        cursorSet_ = false;
+    }
 }

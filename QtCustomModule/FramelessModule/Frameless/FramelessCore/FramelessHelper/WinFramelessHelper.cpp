@@ -2,7 +2,7 @@
 
 #ifdef Q_OS_WIN
 
-#include "Common/Logging.h"
+#include "FramelessCore/FramelessLogging.h"
 
 #include <QEvent>
 #include <QScreen>
@@ -70,6 +70,20 @@ PhysicalLimits physicalLimits(const QWidget *window)
     return PhysicalLimits{FramelessGeometry::toPhysical(window->minimumSize(), ratio),
                           FramelessGeometry::toPhysical(window->maximumSize(), ratio)};
 }
+
+// The answer to WM_NCCALCSIZE for each flag of the edge comparison.
+struct ValidRegionFlag
+{
+    bool FramelessGeometry::EdgeComparison::*set;
+    long flag;
+};
+
+using Edges = FramelessGeometry::EdgeComparison;
+constexpr ValidRegionFlag validRegionFlags[] = {
+    {&Edges::horizontalRedraw, WVR_HREDRAW}, {&Edges::verticalRedraw, WVR_VREDRAW},
+    {&Edges::alignLeft, WVR_ALIGNLEFT},      {&Edges::alignRight, WVR_ALIGNRIGHT},
+    {&Edges::alignTop, WVR_ALIGNTOP},        {&Edges::alignBottom, WVR_ALIGNBOTTOM},
+};
 
 RECT toRECT(const FramelessGeometry::Rect &r)
 {
@@ -206,18 +220,10 @@ bool WinFramelessHelper::handleNcCalcSize(MSG *msg, long *result, bool *handled)
         const FramelessGeometry::EdgeComparison edges =
             FramelessGeometry::compareEdges(fromRECT(params->rgrc[0]), fromRECT(params->rgrc[1]));
         long flags = 0;
-        if (edges.horizontalRedraw)
-            flags |= WVR_HREDRAW;
-        if (edges.verticalRedraw)
-            flags |= WVR_VREDRAW;
-        if (edges.alignLeft)
-            flags |= WVR_ALIGNLEFT;
-        if (edges.alignRight)
-            flags |= WVR_ALIGNRIGHT;
-        if (edges.alignTop)
-            flags |= WVR_ALIGNTOP;
-        if (edges.alignBottom)
-            flags |= WVR_ALIGNBOTTOM;
+        for (const ValidRegionFlag &valid : validRegionFlags) {
+            if (edges.*valid.set)
+                flags |= valid.flag;
+        }
         params->rgrc[0] = toRECT(edges.rect);
         *result = flags;
         return true;

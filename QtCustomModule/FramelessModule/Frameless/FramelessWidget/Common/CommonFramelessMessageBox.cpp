@@ -25,18 +25,15 @@ QHash<int, QPixmap> &iconTable()
     return table;
 }
 
+// The framework's own image for each icon kind; none for another kind.
 QString defaultIconPath(int iconKind)
 {
-    switch (iconKind) {
-    case CommonFramelessMessageBox::Question:
-        return QStringLiteral(":/frameless/img/messageBox/question.png");
-    case CommonFramelessMessageBox::Warning:
-        return QStringLiteral(":/frameless/img/messageBox/warning.png");
-    case CommonFramelessMessageBox::Error:
-        return QStringLiteral(":/frameless/img/messageBox/error.png");
-    default:
-        return QString();
-    }
+    static const QHash<int, QString> paths = {
+        {CommonFramelessMessageBox::Question, QStringLiteral(":/frameless/img/messageBox/question.png")},
+        {CommonFramelessMessageBox::Warning, QStringLiteral(":/frameless/img/messageBox/warning.png")},
+        {CommonFramelessMessageBox::Error, QStringLiteral(":/frameless/img/messageBox/error.png")},
+    };
+    return paths.value(iconKind);
 }
 
 } // namespace

@@ -1,6 +1,7 @@
 #include "CommonFramelessTitleBar.h"
 
-#include "Common/Logging.h"
+#include "FramelessCore/FramelessLogging.h"
+#include "FramelessCore/Repoint.h"
 
 #include <QEvent>
 #include <QHBoxLayout>
@@ -153,13 +154,9 @@ CommonFramelessTitleBar::~CommonFramelessTitleBar() = default;
 
 void CommonFramelessTitleBar::setMenuBar(QWidget *menuBar)
 {
-    if (menuBar_ == menuBar)
-        return;
-    if (menuBar_)
-        menuBarLayout_->removeWidget(menuBar_);
-    menuBar_ = menuBar;
-    if (menuBar_)
-        menuBarLayout_->addWidget(menuBar_);
+    Frameless::repoint(
+        menuBar_, menuBar, [this](QWidget *old) { menuBarLayout_->removeWidget(old); },
+        [this](QWidget *bar) { menuBarLayout_->addWidget(bar); });
 }
 
 void CommonFramelessTitleBar::on_windowMinimized()

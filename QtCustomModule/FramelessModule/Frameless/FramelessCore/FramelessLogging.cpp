@@ -1,0 +1,3 @@
+#include "FramelessLogging.h"
+
+Q_LOGGING_CATEGORY(lcFrameless, "bex.driverui.frameless")
