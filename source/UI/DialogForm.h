@@ -15,8 +15,8 @@ std::unique_ptr<Form> setupDialogForm(CommonFramelessDialog &dialog)
     auto form = std::make_unique<Form>();
     form->setupUi(&dialog);
 
-    dialog.setWindowFlags(dialog.windowFlags() & ~Qt::WindowContextHelpButtonHint);
-    dialog.setWindowFlags(dialog.windowFlags() & ~Qt::WindowMinimizeButtonHint);
+    dialog.setWindowFlags(dialog.windowFlags() &
+                          ~(Qt::WindowContextHelpButtonHint | Qt::WindowMinimizeButtonHint));
     dialog.setupFramelessTitleBar(form->titleBarLayout_);
     return form;
 }

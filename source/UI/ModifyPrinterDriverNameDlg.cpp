@@ -1,22 +1,16 @@
 #include "UI/ModifyPrinterDriverNameDlg.h"
 #include "ui_ModifyPrinterDriverNameDlg.h"
 
+#include "UI/DialogForm.h"
+
 #include <QLineEdit>
 #include <QPushButton>
 #include <QToolButton>
 
 ModifyPrinterDriverNameDlg::ModifyPrinterDriverNameDlg(const QString &currentShowName, QWidget *parent)
     : CommonFramelessDialog(parent)
-    , ui_(std::make_unique<Ui::ModifyPrinterDriverNameDlg>())
+    , ui_(setupDialogForm<Ui::ModifyPrinterDriverNameDlg>(*this))
 {
-    ui_->setupUi(this);
-
-    setupFramelessTitleBar(ui_->titleBarLayout_);
-    Qt::WindowFlags flags = windowFlags();
-    flags &= ~Qt::WindowContextHelpButtonHint;
-    flags &= ~Qt::WindowMinimizeButtonHint;
-    setWindowFlags(flags);
-
     ui_->lineEdit_driverShowName_->setText(currentShowName);
     // A screen reader names the field by its label, and the field's clear
     // button, an image only, by what it does.
