@@ -9,6 +9,7 @@
 #include "FramelessWidget/Common/CommonFramelessMessageBox.h"
 #include "Icc/IccProfileCache.h"
 #include "UI/CommonPropertyRows.h"
+#include "UI/DialogForm.h"
 #include "UI/IccProfileFiles.h"
 #include "UI/IccProfileRow.h"
 #include "UI/InkChannelRows.h"
@@ -68,18 +69,12 @@ std::unique_ptr<DriverSession> makeSession()
 
 PrinterDriverPropertyDlg::PrinterDriverPropertyDlg(const QString &driverId, QWidget *parent)
     : CommonFramelessDialog(parent)
-    , ui_(std::make_unique<Ui::PrinterDriverPropertyDlg>())
+    , ui_(setupDialogForm<Ui::PrinterDriverPropertyDlg>(*this))
     , driverId_(driverId)
     , session_(makeSession())
     , wheelGuard_(new WheelGuard(this))
     , iccProfiles_(std::make_unique<IccProfileCache>(UIModuleConfig::instance()->language()))
 {
-    ui_->setupUi(this);
-    Qt::WindowFlags flags = windowFlags();
-    flags &= ~Qt::WindowContextHelpButtonHint;
-    flags &= ~Qt::WindowMinimizeButtonHint;
-    setWindowFlags(flags);
-    setupFramelessTitleBar(ui_->titleBarLayout_);
     iccRgb_ = new IccProfileRow(ui_->lineEdit_ICC_RGB_, IccProfileSlot::Rgb, iccProfiles_.get(), this);
     iccCmyk_ = new IccProfileRow(ui_->lineEdit_ICC_CMYK_, IccProfileSlot::Cmyk, iccProfiles_.get(), this);
     iccCurve_ =
@@ -518,28 +513,28 @@ void PrinterDriverPropertyDlg::on_combinedTypeChanged(int index)
     BEX_DEBUG(lcDialog) << "paper enumId:" << choices_.paper.enumId << "index:" << choices_.paper.index;
     BEX_DEBUG(lcDialog) << "ink enumId:" << choices_.ink.enumId << "index:" << choices_.ink.index;
     switchCombination([this]() {
-        session_->writeChoice(choices_.paper, "paper");
-        session_->writeChoice(choices_.dpi, "dpi");
-        session_->writeChoice(choices_.ink, "ink");
+        session_->writeChoice(choices_, DriverSession::Level::Paper);
+        session_->writeChoice(choices_, DriverSession::Level::Dpi);
+        session_->writeChoice(choices_, DriverSession::Level::Ink);
     });
 }
 
 void PrinterDriverPropertyDlg::on_dpiChanged(int index)
 {
     choices_.dpi.index = index;
-    switchCombination([this]() { session_->writeChoice(choices_.dpi, "dpi"); });
+    switchCombination([this]() { session_->writeChoice(choices_, DriverSession::Level::Dpi); });
 }
 
 void PrinterDriverPropertyDlg::on_paperChanged(int index)
 {
     choices_.paper.index = index;
-    switchCombination([this]() { session_->writeChoice(choices_.paper, "paper"); });
+    switchCombination([this]() { session_->writeChoice(choices_, DriverSession::Level::Paper); });
 }
 
 void PrinterDriverPropertyDlg::on_inkChanged(int index)
 {
     choices_.ink.index = index;
-    switchCombination([this]() { session_->writeChoice(choices_.ink, "ink"); });
+    switchCombination([this]() { session_->writeChoice(choices_, DriverSession::Level::Ink); });
 }
 
 // ---------------------------------------------------------------------------

@@ -14,7 +14,6 @@ class DriverSession;
 class IccProfileCache;
 class IccProfileRow;
 class InkChannelRows;
-class QComboBox;
 class WheelGuard;
 
 namespace Ui {
