@@ -342,9 +342,13 @@ std::optional<QVector<InkSlot>> DriverSession::readInks() const
 // ---------------------------------------------------------------------------
 // Writing
 
-DriverSession::StepResult DriverSession::writeChoice(const EnumChoice &choice, const char *what)
+DriverSession::StepResult DriverSession::writeChoice(const DriverChoices &choices, Level level)
 {
-    if (qstrcmp(what, "ink") == 0)
+    const EnumChoice &choice = level == Level::Dpi     ? choices.dpi
+                               : level == Level::Paper ? choices.paper
+                                                       : choices.ink;
+    const char *what = level == Level::Dpi ? "dpi" : level == Level::Paper ? "paper" : "ink";
+    if (level == Level::Ink)
         BEX_DEBUG(category_) << "ink index:" << choice.index;
     if (handler_->SetEnumItem(std::uint32_t(choice.enumId), choice.index))
         return StepResult::Written;
@@ -381,12 +385,15 @@ DriverSession::StepResult DriverSession::writeIcc(const IccSettings &icc)
     BEX_DEBUG(category_) << "printerIccColorInfo is valid";
     // Checked before the record is touched, so that a refused name leaves
     // the whole record as it was.
-    for (const QString &name : {icc.rgb, icc.cmyk, icc.output}) {
-        if (!bex::fitsField(info->iccFilePath_RGB, name)) {
-            BEX_CRITICAL(category_) << "icc file name too long:" << name;
-            return StepResult::Failed;
-        }
-    }
+    const auto fits = [this](const auto &field, const QString &name) {
+        if (bex::fitsField(field, name))
+            return true;
+        BEX_CRITICAL(category_) << "icc file name too long:" << name;
+        return false;
+    };
+    if (!fits(info->iccFilePath_RGB, icc.rgb) || !fits(info->iccFilePath_CMYK, icc.cmyk) ||
+        !fits(info->iccFilePath_OUTPUT, icc.output))
+        return StepResult::Failed;
     bex::setFieldText(info->iccFilePath_RGB, icc.rgb);
     bex::setFieldText(info->iccFilePath_CMYK, icc.cmyk);
     bex::setFieldText(info->iccFilePath_OUTPUT, icc.output);
@@ -462,9 +469,9 @@ bool DriverSession::write(const DriverSettings &settings)
         const char *name;
         std::function<StepResult()> run;
     } steps[] = {
-        {"writeDPI", [&] { return writeChoice(choices.dpi, "dpi"); }},
-        {"writePaper", [&] { return writeChoice(choices.paper, "paper"); }},
-        {"writeInk", [&] { return writeChoice(choices.ink, "ink"); }},
+        {"writeDPI", [&] { return writeChoice(choices, Level::Dpi); }},
+        {"writePaper", [&] { return writeChoice(choices, Level::Paper); }},
+        {"writeInk", [&] { return writeChoice(choices, Level::Ink); }},
         {"writeICC", [&] { return writeIcc(combination.icc.value_or(IccSettings())); }},
         {"writeChannelColorInfo",
          [&] { return writeChannels(combination.channels.value_or(QVector<ChannelSetting>())); }},

@@ -78,9 +78,15 @@ public:
     std::optional<QVector<ChannelSetting>> readChannels() const;
     std::optional<QVector<InkSlot>> readInks() const;
 
-    // One value of the resolution, paper or ink choice; `what` names it in
-    // the refusal ("dpi", "paper", "ink").
-    StepResult writeChoice(const EnumChoice &choice, const char *what);
+    // The three properties that choose the combination.
+    enum class Level
+    {
+        Dpi,
+        Paper,
+        Ink,
+    };
+    // The value of one of them as `choices` holds it.
+    StepResult writeChoice(const DriverChoices &choices, Level level);
     // The edits of the selected combination: ICC profiles, channels and ink
     // order, in this order; every step is tried.
     void writeCombination(const CombinationSettings &settings);
