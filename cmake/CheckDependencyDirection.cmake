@@ -9,6 +9,8 @@
 # folder, either relative to the including file ("../../source/...") or as
 # the module's own files name it ("Common/Logging.h", "source/UI/...").
 
+include("${CMAKE_CURRENT_LIST_DIR}/BexReadLines.cmake")
+
 if(NOT ROOT)
     message(FATAL_ERROR "CheckDependencyDirection: pass -DROOT=<project folder>")
 endif()
@@ -45,15 +47,7 @@ set(violations "")
 foreach(relative IN LISTS checked_files)
     set(path "${ROOT}/${relative}")
     cmake_path(GET path PARENT_PATH including_dir)
-    file(READ "${path}" content)
-    # One list element a line. Characters with a meaning of their own in CMake's lists
-    # are replaced first; they cannot change what an include line names.
-    string(REPLACE "\r" "" content "${content}")
-    string(REPLACE "\\" "/" content "${content}")
-    string(REPLACE "[" "(" content "${content}")
-    string(REPLACE "]" ")" content "${content}")
-    string(REPLACE ";" "," content "${content}")
-    string(REPLACE "\n" ";" lines "${content}")
+    bex_read_lines("${path}" lines)
     set(line_number 0)
     foreach(line IN LISTS lines)
         math(EXPR line_number "${line_number} + 1")

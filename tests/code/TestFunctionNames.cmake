@@ -13,6 +13,8 @@
 
 cmake_minimum_required(VERSION 3.16)
 
+include("${CMAKE_CURRENT_LIST_DIR}/../../cmake/BexReadLines.cmake")
+
 if(NOT TESTS_DIR)
     message(FATAL_ERROR "TESTS_DIR is not set")
 endif()
@@ -40,14 +42,7 @@ list(SORT sources)
 set(problems)
 set(checked 0)
 foreach(source IN LISTS sources)
-    file(READ "${source}" text)
-    # One list element a line: the characters that would split or join
-    # CMake list elements are replaced first.
-    string(REPLACE ";" "<semicolon>" text "${text}")
-    string(REPLACE "[" "<bracket>" text "${text}")
-    string(REPLACE "]" "<bracket>" text "${text}")
-    string(REPLACE "\\" "<backslash>" text "${text}")
-    string(REPLACE "\n" ";" lines "${text}")
+    bex_read_lines("${source}" lines)
     file(RELATIVE_PATH shown "${TESTS_DIR}/.." "${source}")
     set(in_slots FALSE)
     set(number 0)
