@@ -24,6 +24,7 @@
 #include <QTemporaryDir>
 #include <QToolTip>
 
+#include <algorithm>
 #include <cstdio>
 
 namespace {
@@ -112,7 +113,10 @@ bool shootRowWarning(const QString &driverId, const QString &path)
         return false;
     }
     tip->adjustSize();
-    const bool ok = saveComposed(&dialog, tip, below, path);
+    // Moved left as far as needed to stay over the dialog, as a tool tip
+    // is kept on its screen: the picture shows no room beside the dialog.
+    const QPoint at(std::max(0, std::min(below.x(), dialog.width() - tip->width())), below.y());
+    const bool ok = saveComposed(&dialog, tip, at, path);
     QToolTip::hideText();
     return ok;
 }
